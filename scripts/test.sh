@@ -1,0 +1,21 @@
+#!/usr/bin/env bash
+# Builds everything (library with all six processor levels, tests, benchmarks,
+# examples) and runs the whole test suite.
+#
+#   scripts/test.sh              release build in build/
+#   scripts/test.sh --sanitize   AddressSanitizer + UndefinedBehaviorSanitizer build in build-asan/
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+"$root/scripts/setup.sh"
+
+dir=build
+args=(-DCMAKE_BUILD_TYPE=Release)
+if [ "${1:-}" = "--sanitize" ]; then
+  dir=build-asan
+  args=(-DCMAKE_BUILD_TYPE=RelWithDebInfo -DPXL_SANITIZE=ON -DPXL_BUILD_BENCH=OFF -DPXL_BUILD_EXAMPLES=OFF)
+fi
+
+cmake -S "$root" -B "$root/$dir" -G Ninja "${args[@]}"
+cmake --build "$root/$dir" -j 2
+cd "$root/$dir"
+ctest --output-on-failure -j 2

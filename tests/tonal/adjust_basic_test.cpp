@@ -1,0 +1,375 @@
+// Basic adjustments: each export against a scalar reference of its formula,
+// bit for bit, over regions with offsets, padded steps and misaligned rows;
+// guard bytes around the image; the same bytes at every processor level.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <functional>
+#include <limits>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "pxl/pxl.h"
+#include "support/image.h"
+#include "support/levels.h"
+
+namespace {
+
+using pxltest::FloatImage;
+using pxltest::GuardedBuffer;
+using pxltest::SameBits;
+
+// ---- scalar references, written from the formulas ---------------------------
+
+float Luma(const float* p) { return (p[0] * 0.299f + p[1] * 0.587f) + p[2] * 0.114f; }
+
+float Clamp01(float v) {
+  const float hi = v > 0.0f ? v : 0.0f;  // the maximum first: NaN gives 0
+  return hi < 1.0f ? hi : 1.0f;
+}
+
+void RefSaturation(const float* p, float s, float* out) {
+  const float y = Luma(p);
+  for (int c = 0; c < 3; ++c) out[c] = (p[c] - y) * s + y;
+  out[3] = p[3];
+}
+
+void RefContrast(const float* p, float c, float* out) {
+  for (int i = 0; i < 3; ++i) out[i] = (p[i] - 0.5f) * c + 0.5f;
+  out[3] = p[3];
+}
+
+void RefBrightnessAC4(const float* p, float g, float* out) {
+  for (int c = 0; c < 3; ++c) out[c] = p[c] * g;
+  out[3] = p[3];
+}
+
+void RefBrightnessC4(const float* p, float g, float* out) {
+  for (int c = 0; c < 4; ++c) out[c] = p[c] * g;
+}
+
+struct ExposureArgs {
+  float value, minValue, maxValue;
+};
+
+void RefExposureMap(const float* p, float w, const ExposureArgs& a, float* out) {
+  float e = a.value + w;
+  if (e >= a.minValue)
+    e = e < a.maxValue ? e : a.maxValue;
+  else
+    e = a.minValue;
+  const float m = powf(2.0f, e * 1.666f);
+  for (int c = 0; c < 4; ++c) {
+    const float t = p[c] * m;
+    out[c] = t / ((1.0f - p[c]) + t);
+  }
+}
+
+void RefExposureAligned(const float* p, float v, float* out) {
+  const float m = powf(2.0f, v * 1.666f);
+  const float t = v * 0.25f + 1.25f;
+  float c = 0.0f;
+  if (t >= 0.0f) c = t < 1.0f ? t : 1.0f;
+  const float d = 1.0f - c;
+  const float k = static_cast<float>(static_cast<double>(d) * 0.15 + 1.0);
+  for (int i = 0; i < 4; ++i) {
+    const float q = p[i] * m;
+    out[i] = Clamp01((q * k) / ((k - p[i]) + q));
+  }
+}
+
+void RefExposureLuma(const float* p, float v, float* out) {
+  const float m = powf(2.0f, v);
+  const float l = (p[1] * 0.7154f + p[0] * 0.2125f) + p[2] * 0.0721f;
+  const float t = m * l;
+  const float s = t / (((t + 1.0f) - l) * (l + 0.000001f));
+  for (int i = 0; i < 4; ++i) out[i] = Clamp01(p[i] * s);
+}
+
+// ---- the six exports as cases -------------------------------------------------
+
+struct Case {
+  const char* name;
+  bool usesMap;
+  // Runs the export on the whole-image bases.
+  std::function<PxlStatus(float*, int, PxliRect, const float*, int)> run;
+  // Reference for one pixel; `aligned` is the 16-byte alignment of the
+  // region's first pixel.
+  std::function<void(const float*, float, bool aligned, float*)> ref;
+};
+
+const ExposureArgs kExposure{0.35f, -0.9f, 1.2f};
+constexpr float kUniformValue = -1.7f;
+
+std::vector<Case> Cases() {
+  return {
+      {"AdjustSaturation_32f_AC4IR", true, AdjustSaturation_32f_AC4IR,
+       [](const float* p, float m, bool, float* o) { RefSaturation(p, m, o); }},
+      {"AdjustContrast_32f_AC4IR", true, AdjustContrast_32f_AC4IR,
+       [](const float* p, float m, bool, float* o) { RefContrast(p, m, o); }},
+      {"AdjustBrightness_32f_AC4IR", true, AdjustBrightness_32f_AC4IR,
+       [](const float* p, float m, bool, float* o) { RefBrightnessAC4(p, m, o); }},
+      {"AdjustBrightness_32f_C4IR", true, AdjustBrightness_32f_C4IR,
+       [](const float* p, float m, bool, float* o) { RefBrightnessC4(p, m, o); }},
+      {"AdjustExposureLin_32f_C4IMR", true,
+       [](float* p, int s, PxliRect r, const float* m, int ms) {
+         return AdjustExposureLin_32f_C4IMR(p, s, r, kExposure.value, m, ms, kExposure.minValue,
+                                            kExposure.maxValue);
+       },
+       [](const float* p, float m, bool, float* o) { RefExposureMap(p, m, kExposure, o); }},
+      {"AdjustExposureLin_32f_C4IR", false,
+       [](float* p, int s, PxliRect r, const float*, int) {
+         return AdjustExposureLin_32f_C4IR(p, s, r, kUniformValue);
+       },
+       [](const float* p, float, bool aligned, float* o) {
+         if (aligned)
+           RefExposureAligned(p, kUniformValue, o);
+         else
+           RefExposureLuma(p, kUniformValue, o);
+       }},
+  };
+}
+
+struct Geometry {
+  int width, height;  // of the whole image
+  PxliRect roi;
+  int padBytes;       // added to the image step
+  size_t misalign;    // of the image base
+  int mapPadBytes;
+};
+
+// Values in and a little beyond the nominal range, with exact specials.
+void FillPixels(FloatImage& img, std::mt19937& rng) {
+  img.fill(rng, -0.25f, 1.25f);
+  const float specials[] = {0.0f, 1.0f, 0.5f, -0.0f, 0.25f};
+  std::uniform_int_distribution<int> pick(0, 9);
+  for (int y = 0; y < img.height; ++y)
+    for (int x = 0; x < img.width; ++x)
+      for (int c = 0; c < 4; ++c)
+        if (pick(rng) == 0) img.set(x, y, c, specials[(x + y + c) % 5]);
+}
+
+void CheckCase(const Case& k, const Geometry& g, unsigned seed) {
+  SCOPED_TRACE(std::string(k.name) + " image " + std::to_string(g.width) + "x" +
+               std::to_string(g.height) + " roi (" + std::to_string(g.roi.x) + "," +
+               std::to_string(g.roi.y) + "," + std::to_string(g.roi.width) + "," +
+               std::to_string(g.roi.height) + ") pad " + std::to_string(g.padBytes) +
+               " misalign " + std::to_string(g.misalign));
+  std::mt19937 rng(seed);
+  FloatImage img(g.width, g.height, 4, g.padBytes, g.misalign);
+  FillPixels(img, rng);
+  FloatImage map(g.width, g.height, 1, g.mapPadBytes);
+  map.fill(rng, -1.5f, 2.5f);
+  const GuardedBuffer before = img.buf;
+  const GuardedBuffer mapBefore = map.buf;
+
+  ASSERT_EQ(pxlStsNoErr, k.run(img.data(), img.step, g.roi, map.data(), map.step));
+
+  std::string where;
+  EXPECT_TRUE(pxltest::ChangesInsideRegion(before, img.buf, img.step, 16, g.roi, &where)) << where;
+  EXPECT_EQ(mapBefore.raw(), map.buf.raw()) << "the map was written";
+
+  const uintptr_t first = reinterpret_cast<uintptr_t>(img.data()) +
+                          static_cast<uintptr_t>(g.roi.y) * img.step + g.roi.x * 16u;
+  const bool aligned = (first & 15) == 0;
+  FloatImage input(g.width, g.height, 4, g.padBytes, g.misalign);
+  std::memcpy(input.buf.data(), before.data(), before.size());
+  int bad = 0;
+  for (int y = g.roi.y; y < g.roi.y + g.roi.height && bad < 5; ++y) {
+    for (int x = g.roi.x; x < g.roi.x + g.roi.width && bad < 5; ++x) {
+      float in[4], want[4];
+      for (int c = 0; c < 4; ++c) in[c] = input.get(x, y, c);
+      k.ref(in, k.usesMap ? map.get(x, y, 0) : 0.0f, aligned, want);
+      for (int c = 0; c < 4; ++c) {
+        if (!SameBits(img.get(x, y, c), want[c])) {
+          ADD_FAILURE() << "pixel (" << x << "," << y << ") lane " << c << ": got "
+                        << img.get(x, y, c) << ", want " << want[c] << " from " << in[c];
+          ++bad;
+        }
+      }
+    }
+  }
+}
+
+TEST(BasicAdjustments, MatchScalarReferenceInsideRegionOnly) {
+  const Geometry geometries[] = {
+      {1, 1, {0, 0, 1, 1}, 0, 0, 0},
+      {17, 5, {0, 0, 17, 5}, 0, 0, 0},
+      {23, 9, {3, 2, 15, 6}, 48, 0, 12},   // offsets, padded steps
+      {40, 7, {1, 1, 37, 5}, 20, 4, 4},    // rows not 16-byte aligned
+      {9, 6, {2, 3, 7, 3}, 4, 8, 0},       // odd-sized pad, misaligned base
+      {33, 4, {0, 1, 33, 2}, 16, 12, 8},
+  };
+  unsigned seed = 1;
+  for (const Case& k : Cases())
+    for (const Geometry& g : geometries) CheckCase(k, g, seed++);
+}
+
+TEST(BasicAdjustments, SameBytesAtEveryLevel) {
+  for (const Case& k : Cases()) {
+    SCOPED_TRACE(k.name);
+    for (int width = 1; width <= 33; ++width) {
+      for (size_t misalign : {size_t{0}, size_t{4}}) {
+        const int pad = (width % 3) * 4 + 4;
+        const PxliRect roi{1, 1, width, 2};
+        std::mt19937 rng(width * 7 + static_cast<unsigned>(misalign));
+        FloatImage input(width + 2, 4, 4, pad, misalign);
+        FillPixels(input, rng);
+        FloatImage map(width + 2, 4, 1, 8);
+        map.fill(rng, -2.0f, 3.0f);
+
+        std::vector<uint8_t> lowest;
+        pxltest::ForEachLevel([&](int level) {
+          FloatImage img = input;
+          ASSERT_EQ(pxlStsNoErr, k.run(img.data(), img.step, roi, map.data(), map.step));
+          if (level == 0)
+            lowest = img.buf.raw();
+          else
+            ASSERT_EQ(lowest, img.buf.raw()) << "level " << level << ", width " << width
+                                             << ", misalign " << misalign;
+        });
+      }
+    }
+  }
+}
+
+TEST(BasicAdjustments, EmptyRegionsTouchNothing) {
+  for (const Case& k : Cases()) {
+    SCOPED_TRACE(k.name);
+    FloatImage img(4, 3, 4);
+    FloatImage map(4, 3, 1);
+    const GuardedBuffer before = img.buf;
+    for (PxliRect roi : {PxliRect{0, 0, 0, 3}, PxliRect{0, 0, 4, 0}, PxliRect{1, 1, -2, 2},
+                         PxliRect{1, 1, 2, -1}}) {
+      EXPECT_EQ(pxlStsNoErr, k.run(img.data(), img.step, roi, map.data(), map.step));
+      EXPECT_EQ(before.raw(), img.buf.raw());
+    }
+    // Nothing is validated and nothing is dereferenced.
+    EXPECT_EQ(pxlStsNoErr, k.run(nullptr, 64, PxliRect{0, 0, 5, 0}, nullptr, 16));
+    EXPECT_EQ(pxlStsNoErr, k.run(nullptr, 64, PxliRect{0, 0, 0, 5}, nullptr, 16));
+  }
+}
+
+// ---- behaviours worth pinning down one by one ------------------------------
+
+struct Pixel {
+  alignas(16) float v[4];
+};
+
+TEST(BasicAdjustments, BrightnessZeroGivesBlackAndKeepsAlphaOnlyInAC4) {
+  Pixel p{{0.3f, 0.6f, 0.9f, 0.42f}};
+  const float zero = 0.0f;
+  AdjustBrightness_32f_AC4IR(p.v, 16, PxliRect{0, 0, 1, 1}, &zero, 4);
+  EXPECT_EQ(0.0f, p.v[0]);
+  EXPECT_EQ(0.0f, p.v[2]);
+  EXPECT_EQ(0.42f, p.v[3]);
+  Pixel q{{0.3f, 0.6f, 0.9f, 0.42f}};
+  AdjustBrightness_32f_C4IR(q.v, 16, PxliRect{0, 0, 1, 1}, &zero, 4);
+  EXPECT_EQ(0.0f, q.v[3]);
+}
+
+TEST(BasicAdjustments, SaturationIsUnclamped) {
+  Pixel p{{1.0f, 0.0f, 0.0f, 0.7f}};
+  const float two = 2.0f;
+  AdjustSaturation_32f_AC4IR(p.v, 16, PxliRect{0, 0, 1, 1}, &two, 4);
+  EXPECT_NEAR(1.701f, p.v[0], 1e-6f);
+  EXPECT_NEAR(-0.299f, p.v[1], 1e-6f);
+  EXPECT_NEAR(-0.299f, p.v[2], 1e-6f);
+  EXPECT_EQ(0.7f, p.v[3]);
+}
+
+TEST(BasicAdjustments, AlphaKeptBitForBitEvenWhenNaN) {
+  const float nan = std::numeric_limits<float>::quiet_NaN();
+  Pixel p{{0.2f, 0.4f, 0.6f, -nan}};
+  Pixel before = p;
+  const float map = 3.0f;
+  AdjustSaturation_32f_AC4IR(p.v, 16, PxliRect{0, 0, 1, 1}, &map, 4);
+  AdjustContrast_32f_AC4IR(p.v, 16, PxliRect{0, 0, 1, 1}, &map, 4);
+  AdjustBrightness_32f_AC4IR(p.v, 16, PxliRect{0, 0, 1, 1}, &map, 4);
+  EXPECT_TRUE(SameBits(before.v[3], p.v[3]));
+}
+
+TEST(BasicAdjustments, ContrastPivotsOnMidGrey) {
+  for (float c : {0.0f, 0.3f, 1.0f, 7.5f, -2.0f}) {
+    Pixel p{{0.5f, 0.5f, 0.5f, 1.0f}};
+    AdjustContrast_32f_AC4IR(p.v, 16, PxliRect{0, 0, 1, 1}, &c, 4);
+    EXPECT_EQ(0.5f, p.v[0]);
+    EXPECT_EQ(0.5f, p.v[1]);
+  }
+}
+
+TEST(BasicAdjustments, ExposureMapBoundsWin) {
+  const float zero = 0.0f;
+  Pixel p{{0.1f, 0.5f, 0.9f, 1.0f}};
+  AdjustExposureLin_32f_C4IMR(p.v, 16, PxliRect{0, 0, 1, 1}, 0.0f, &zero, 4, -1.0f, 1.0f);
+  EXPECT_NEAR(0.1f, p.v[0], 1e-6f);
+  EXPECT_NEAR(0.5f, p.v[1], 1e-6f);
+  EXPECT_NEAR(0.9f, p.v[2], 1e-6f);
+  EXPECT_EQ(1.0f, p.v[3]);
+
+  // Bounds (1, 2) lift exposure 0 to 1; a NaN map value gives the lower bound.
+  const float nan = std::numeric_limits<float>::quiet_NaN();
+  Pixel a{{0.25f, 0.5f, 0.0f, 0.0f}}, b = a;
+  AdjustExposureLin_32f_C4IMR(a.v, 16, PxliRect{0, 0, 1, 1}, 0.0f, &zero, 4, 1.0f, 2.0f);
+  AdjustExposureLin_32f_C4IMR(b.v, 16, PxliRect{0, 0, 1, 1}, 5.0f, &nan, 4, 1.0f, 2.0f);
+  const float m = powf(2.0f, 1.666f);
+  EXPECT_FLOAT_EQ(0.5f * m / (0.5f + 0.5f * m), a.v[1]);
+  EXPECT_EQ(0.0f, a.v[2]);
+  EXPECT_EQ(0.0f, a.v[3]);
+  for (int c = 0; c < 4; ++c) EXPECT_TRUE(SameBits(a.v[c], b.v[c]));
+}
+
+TEST(BasicAdjustments, UniformExposureCurveDependsOnFirstPixelAlignment) {
+  // Two pixels in one buffer: the first starts on a 16-byte boundary, the
+  // second 4 bytes past one.
+  alignas(16) float buf[12] = {0.5f, 0.5f, 0.5f, 1.0f, 0, 0.5f, 0.5f, 0.5f, 1.0f};
+  AdjustExposureLin_32f_C4IR(buf, 16, PxliRect{0, 0, 1, 1}, 1.0f);
+  AdjustExposureLin_32f_C4IR(buf + 5, 16, PxliRect{0, 0, 1, 1}, 1.0f);
+  const float aligned = powf(2.0f, 1.666f) * 0.5f / (0.5f + powf(2.0f, 1.666f) * 0.5f);
+  EXPECT_FLOAT_EQ(aligned, buf[0]);
+  EXPECT_NEAR(0.760f, buf[0], 1e-3f);
+  EXPECT_EQ(1.0f, buf[3]);
+  EXPECT_NEAR(0.6667f, buf[5], 1e-3f);
+  EXPECT_EQ(1.0f, buf[8]);  // alpha scaled by s > 1, then clamped
+
+  // Black on the luma curve gives s = 0: alpha goes to 0 as well.
+  float black[5] = {0, 0, 0, 0, 1.0f};
+  AdjustExposureLin_32f_C4IR(black + 1, 16, PxliRect{0, 0, 1, 1}, 2.0f);
+  EXPECT_EQ(0.0f, black[4]);
+}
+
+TEST(BasicAdjustments, UniformExposureDecidesOnceForAllRows) {
+  // Base 4 bytes past a boundary, step 20: row 3 starts aligned, yet every
+  // row takes the luma curve chosen from row 0.
+  FloatImage img(1, 4, 4, 4, 4);
+  for (int y = 0; y < 4; ++y)
+    for (int c = 0; c < 4; ++c) img.set(0, y, c, c == 3 ? 1.0f : 0.5f);
+  ASSERT_EQ(0u, (reinterpret_cast<uintptr_t>(img.row(3))) & 15);
+  AdjustExposureLin_32f_C4IR(img.data(), img.step, PxliRect{0, 0, 1, 4}, 1.0f);
+  float want[4];
+  const float in[4] = {0.5f, 0.5f, 0.5f, 1.0f};
+  RefExposureLuma(in, 1.0f, want);
+  for (int y = 0; y < 4; ++y) EXPECT_TRUE(SameBits(want[0], img.get(0, y, 0))) << "row " << y;
+}
+
+TEST(BasicAdjustments, UniformExposureShoulderBelowMinusOne) {
+  // k grows from 1 at value -1 to 1.15 at -5 and stays there.
+  const float in[4] = {0.4f, 0.4f, 0.4f, 0.4f};
+  float at5[4], at9[4], at1[4];
+  RefExposureAligned(in, -5.0f, at5);
+  RefExposureAligned(in, -9.0f, at9);
+  RefExposureAligned(in, -1.0f, at1);
+  for (float v : {-1.0f, -5.0f, -9.0f}) {
+    Pixel p{{0.4f, 0.4f, 0.4f, 0.4f}};
+    AdjustExposureLin_32f_C4IR(p.v, 16, PxliRect{0, 0, 1, 1}, v);
+    const float* want = v == -1.0f ? at1 : v == -5.0f ? at5 : at9;
+    EXPECT_TRUE(SameBits(want[0], p.v[0])) << v;
+  }
+  // At -1, k = 1 and the curve is p m / ((1 - p) + p m).
+  const float m = powf(2.0f, -1.666f);
+  EXPECT_FLOAT_EQ(0.4f * m / (0.6f + 0.4f * m), at1[0]);
+}
+
+}  // namespace
