@@ -12,7 +12,11 @@ set(PXL_LEVEL_FLAGS_1 ${PXL_LEVEL_FLAGS_0} -mssse3 -msse4.1)
 set(PXL_LEVEL_FLAGS_2 ${PXL_LEVEL_FLAGS_1} -msse4.2)
 set(PXL_LEVEL_FLAGS_3 ${PXL_LEVEL_FLAGS_2} -mavx)
 set(PXL_LEVEL_FLAGS_4 ${PXL_LEVEL_FLAGS_3} -mavx2 -mfma -mbmi -mbmi2)
-set(PXL_LEVEL_FLAGS_5 ${PXL_LEVEL_FLAGS_4} -mavx512f -mavx512cd -mavx512bw -mavx512dq -mavx512vl)
+# GCC 12 reports the undefined pass-through operand inside its own AVX-512
+# intrinsics as maybe-uninitialized; the same sources are still checked for
+# that warning at every other level.
+set(PXL_LEVEL_FLAGS_5 ${PXL_LEVEL_FLAGS_4} -mavx512f -mavx512cd -mavx512bw -mavx512dq -mavx512vl
+    -Wno-maybe-uninitialized)
 
 set(PXL_GEN_DIR ${CMAKE_BINARY_DIR}/gen)
 set_property(GLOBAL PROPERTY PXL_UNIT_SOURCES "")

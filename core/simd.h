@@ -16,6 +16,11 @@
 
 #include "core/dispatch.h"
 
+// Vector types serve as template arguments (one specialisation per register
+// width); the alignment attributes that GCC drops from them there play no
+// part in what those templates do.
+#pragma GCC diagnostic ignored "-Wignored-attributes"
+
 #define PXL_NS PXL_CAT(l, PXL_LEVEL)
 #define PXL_LEVEL_BEGIN namespace pxl { namespace PXL_NS {
 #define PXL_LEVEL_END } }

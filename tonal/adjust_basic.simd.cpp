@@ -1,100 +1,94 @@
 // Kernels of the basic adjustments: saturation, contrast, brightness and the
-// exposure curves of float RGBA images, in place.  Pixels are read, computed
-// and written one at a time, rows from the top, left to right.
+// exposure curves of float RGBA images, in place.  Rows are walked from the
+// top; within a row, groups of one, two or four pixels (by level) are read,
+// computed and written in turn.  Every formula works within a pixel, so the
+// group width does not change a result.
 #include "core/simd.h"
 #include "tonal/pixel.h"
 
 PXL_LEVEL_BEGIN
 
-namespace {
-
-// Applies op(pixel, map value) to every pixel of the region.
-template <typename Op>
-PXL_INLINE void ForEachPixelWithMap(float* p, int step, const float* map, int mapStep, int width,
-                                    int height, Op op) {
-  for (int y = 0; y < height; ++y) {
-    for (int x = 0; x < width; ++x)
-      px::Store(p + 4 * x, op(px::Load(p + 4 * x), px::LoadScalar(map + x)));
-    p = AddBytes(p, step);
-    map = AddBytes(map, mapStep);
-  }
-}
-
-// Applies op(pixel) to every pixel of the region.
-template <typename Op>
-PXL_INLINE void ForEachPixel(float* p, int step, int width, int height, Op op) {
-  for (int y = 0; y < height; ++y) {
-    for (int x = 0; x < width; ++x) px::Store(p + 4 * x, op(px::Load(p + 4 * x)));
-    p = AddBytes(p, step);
-  }
-}
-
-}  // namespace
+using namespace px;
 
 void adjustSaturationAC4(float* p, int step, const float* map, int mapStep, int width,
                          int height) {
-  ForEachPixelWithMap(p, step, map, mapStep, width, height, [](__m128 v, float s) {
-    const __m128 y = px::LumaDot(v);
-    const __m128 r = _mm_add_ps(_mm_mul_ps(_mm_sub_ps(v, y), _mm_set1_ps(s)), y);
-    return px::KeepAlpha(r, v);
+  ForRegionWithMap(p, step, map, mapStep, width, height, [](auto v, const float* m) {
+    using V = decltype(v);
+    const V y = LumaDot(v);
+    return KeepAlpha(Add(Mul(Sub(v, y), Traits<V>::LoadPerPixel(m)), y), v);
   });
 }
 
 void adjustContrastAC4(float* p, int step, const float* map, int mapStep, int width,
                        int height) {
-  ForEachPixelWithMap(p, step, map, mapStep, width, height, [](__m128 v, float c) {
-    const __m128 half = _mm_set1_ps(0.5f);
-    const __m128 r = _mm_add_ps(_mm_mul_ps(_mm_sub_ps(v, half), _mm_set1_ps(c)), half);
-    return px::KeepAlpha(r, v);
+  ForRegionWithMap(p, step, map, mapStep, width, height, [](auto v, const float* m) {
+    using V = decltype(v);
+    const V half = Set1<V>(0.5f);
+    return KeepAlpha(Add(Mul(Sub(v, half), Traits<V>::LoadPerPixel(m)), half), v);
   });
 }
 
 void adjustBrightnessAC4(float* p, int step, const float* map, int mapStep, int width,
                          int height) {
-  ForEachPixelWithMap(p, step, map, mapStep, width, height, [](__m128 v, float g) {
-    return px::KeepAlpha(_mm_mul_ps(v, _mm_set1_ps(g)), v);
+  ForRegionWithMap(p, step, map, mapStep, width, height, [](auto v, const float* m) {
+    using V = decltype(v);
+    return KeepAlpha(Mul(v, Traits<V>::LoadPerPixel(m)), v);
   });
 }
 
 void adjustBrightnessC4(float* p, int step, const float* map, int mapStep, int width,
                         int height) {
-  ForEachPixelWithMap(p, step, map, mapStep, width, height,
-                      [](__m128 v, float g) { return _mm_mul_ps(v, _mm_set1_ps(g)); });
+  ForRegionWithMap(p, step, map, mapStep, width, height, [](auto v, const float* m) {
+    using V = decltype(v);
+    return Mul(v, Traits<V>::LoadPerPixel(m));
+  });
 }
 
 void adjustExposureLinMapC4(float* p, int step, const float* map, int mapStep, int width,
                             int height, float value, float minValue, float maxValue) {
-  ForEachPixelWithMap(p, step, map, mapStep, width, height, [=](__m128 v, float w) {
-    float e = value + w;
-    // Within the bounds, the upper one wins; below the lower one, or NaN,
-    // the lower one.
-    e = (e >= minValue) ? (e < maxValue ? e : maxValue) : minValue;
-    const __m128 m = _mm_set1_ps(powf(2.0f, e * 1.666f));
-    const __m128 t = _mm_mul_ps(v, m);
-    return _mm_div_ps(t, _mm_add_ps(_mm_sub_ps(_mm_set1_ps(1.0f), v), t));
-  });
+  // The gains of a stretch of the row come first, one powf a pixel, so that
+  // no vector register has to live across the calls; then the pixels.
+  constexpr int kStretch = 256;
+  float gains[kStretch];
+  for (int y = 0; y < height; ++y) {
+    for (int x0 = 0; x0 < width; x0 += kStretch) {
+      const int n = width - x0 < kStretch ? width - x0 : kStretch;
+      for (int i = 0; i < n; ++i) {
+        // Within the bounds the upper one wins; below the lower one, or NaN,
+        // the lower one.
+        float e = value + map[x0 + i];
+        e = (e >= minValue) ? (e < maxValue ? e : maxValue) : minValue;
+        gains[i] = powf(2.0f, e * 1.666f);
+      }
+      ForRow(p + 4 * x0, n, [&](auto v, int x) {
+        using V = decltype(v);
+        const V t = Mul(v, Traits<V>::PerPixel(gains + x));
+        return Div(t, Add(Sub(Set1<V>(1.0f), v), t));
+      });
+    }
+    p = AddBytes(p, step);
+    map = AddBytes(map, mapStep);
+  }
 }
 
 void adjustExposureLinAlignedC4(float* p, int step, int width, int height, float m, float k) {
-  const __m128 vm = _mm_set1_ps(m);
-  const __m128 vk = _mm_set1_ps(k);
-  ForEachPixel(p, step, width, height, [=](__m128 v) {
-    const __m128 q = _mm_mul_ps(v, vm);
-    return px::Clamp01(_mm_div_ps(_mm_mul_ps(q, vk), _mm_add_ps(_mm_sub_ps(vk, v), q)));
+  ForRegion(p, step, width, height, [=](auto v) {
+    using V = decltype(v);
+    const V q = Mul(v, Set1<V>(m));
+    const V vk = Set1<V>(k);
+    return Clamp01(Div(Mul(q, vk), Add(Sub(vk, v), q)));
   });
 }
 
 void adjustExposureLinLumaC4(float* p, int step, int width, int height, float m) {
-  ForEachPixel(p, step, width, height, [=](__m128 v) {
+  ForRegion(p, step, width, height, [=](auto v) {
+    using V = decltype(v);
     // L = (G * 0.7154 + R * 0.2125) + B * 0.0721, green first.
-    const __m128 w = _mm_mul_ps(v, _mm_setr_ps(0.2125f, 0.7154f, 0.0721f, 0.0f));
-    const float r = _mm_cvtss_f32(w);
-    const float g = _mm_cvtss_f32(_mm_shuffle_ps(w, w, _MM_SHUFFLE(1, 1, 1, 1)));
-    const float b = _mm_cvtss_f32(_mm_shuffle_ps(w, w, _MM_SHUFFLE(2, 2, 2, 2)));
-    const float l = (g + r) + b;
-    const float t = m * l;
-    const float s = t / (((t + 1.0f) - l) * (l + 0.000001f));
-    return px::Clamp01(_mm_mul_ps(v, _mm_set1_ps(s)));
+    const V w = Mul(v, PerLane<V>(0.2125f, 0.7154f, 0.0721f, 0.0f));
+    const V l = Add(Add(Splat<1>(w), Splat<0>(w)), Splat<2>(w));
+    const V t = Mul(Set1<V>(m), l);
+    const V s = Div(t, Mul(Sub(Add(t, Set1<V>(1.0f)), l), Add(l, Set1<V>(0.000001f))));
+    return Clamp01(Mul(v, s));
   });
 }
 

@@ -201,6 +201,7 @@ TEST(BasicAdjustments, MatchScalarReferenceInsideRegionOnly) {
       {40, 7, {1, 1, 37, 5}, 20, 4, 4},    // rows not 16-byte aligned
       {9, 6, {2, 3, 7, 3}, 4, 8, 0},       // odd-sized pad, misaligned base
       {33, 4, {0, 1, 33, 2}, 16, 12, 8},
+      {300, 2, {5, 0, 290, 2}, 0, 4, 0},   // rows longer than a kernel's stretch
   };
   unsigned seed = 1;
   for (const Case& k : Cases())
