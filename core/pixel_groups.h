@@ -43,9 +43,9 @@ template <> struct Traits<__m128> {
   static PXL_INLINE __m128 Set1(float v) { return _mm_set1_ps(v); }
   // The same four lanes in every pixel.
   static PXL_INLINE __m128 PerLane(__m128 lanes) { return lanes; }
-  // One float a pixel from a map, spread over the pixel's four lanes.
-  static PXL_INLINE __m128 LoadPerPixel(const float* m) { return _mm_load1_ps(m); }
-  static PXL_INLINE __m128 PerPixel(const float* v) { return _mm_load1_ps(v); }
+  // One float a pixel from a map at any byte address, spread over the
+  // pixel's four lanes.
+  static PXL_INLINE __m128 LoadPerPixel(const float* m) { return _mm_set1_ps(LoadFloat(m)); }
 };
 
 // ---- two pixels --------------------------------------------------------------
@@ -69,9 +69,8 @@ template <> struct Traits<__m256> {
   static PXL_INLINE __m256 Set1(float v) { return _mm256_set1_ps(v); }
   static PXL_INLINE __m256 PerLane(__m128 lanes) { return _mm256_set_m128(lanes, lanes); }
   static PXL_INLINE __m256 LoadPerPixel(const float* m) {
-    return _mm256_set_m128(_mm_load1_ps(m + 1), _mm_load1_ps(m));
+    return _mm256_set_m128(_mm_set1_ps(LoadFloat(m + 1)), _mm_set1_ps(LoadFloat(m)));
   }
-  static PXL_INLINE __m256 PerPixel(const float* v) { return LoadPerPixel(v); }
 };
 #endif
 
@@ -99,7 +98,6 @@ template <> struct Traits<__m512> {
     const __m512i spread = _mm512_setr_epi32(0, 0, 0, 0, 1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 3);
     return _mm512_permutexvar_ps(spread, _mm512_castps128_ps512(_mm_loadu_ps(m)));
   }
-  static PXL_INLINE __m512 PerPixel(const float* v) { return LoadPerPixel(v); }
 };
 #endif
 

@@ -39,6 +39,13 @@ PXL_INLINE T* AddBytes(T* p, intptr_t bytes) {
   return reinterpret_cast<T*>(reinterpret_cast<uintptr_t>(p) + static_cast<uintptr_t>(bytes));
 }
 
+// A float at any byte address (a row step need not be a multiple of 4).
+PXL_INLINE float LoadFloat(const float* p) {
+  float v;
+  __builtin_memcpy(&v, p, sizeof v);
+  return v;
+}
+
 PXL_LEVEL_END
 
 #endif

@@ -56,13 +56,13 @@ void adjustExposureLinMapC4(float* p, int step, const float* map, int mapStep, i
       for (int i = 0; i < n; ++i) {
         // Within the bounds the upper one wins; below the lower one, or NaN,
         // the lower one.
-        float e = value + map[x0 + i];
+        float e = value + LoadFloat(map + x0 + i);
         e = (e >= minValue) ? (e < maxValue ? e : maxValue) : minValue;
         gains[i] = powf(2.0f, e * 1.666f);
       }
       ForRow(p + 4 * x0, n, [&](auto v, int x) {
         using V = decltype(v);
-        const V t = Mul(v, Traits<V>::PerPixel(gains + x));
+        const V t = Mul(v, Traits<V>::LoadPerPixel(gains + x));
         return Div(t, Add(Sub(Set1<V>(1.0f), v), t));
       });
     }

@@ -212,13 +212,14 @@ TEST(BasicAdjustments, SameBytesAtEveryLevel) {
   for (const Case& k : Cases()) {
     SCOPED_TRACE(k.name);
     for (int width = 1; width <= 33; ++width) {
-      for (size_t misalign : {size_t{0}, size_t{4}}) {
-        const int pad = (width % 3) * 4 + 4;
+      for (size_t misalign : {size_t{0}, size_t{4}, size_t{3}}) {
+        // Byte steps that need not be a multiple of a float, nor of a pixel.
+        const int pad = (width % 3) * 4 + 4 + static_cast<int>(misalign % 4);
         const PxliRect roi{1, 1, width, 2};
         std::mt19937 rng(width * 7 + static_cast<unsigned>(misalign));
         FloatImage input(width + 2, 4, 4, pad, misalign);
         FillPixels(input, rng);
-        FloatImage map(width + 2, 4, 1, 8);
+        FloatImage map(width + 2, 4, 1, 8 + static_cast<int>(misalign % 4), misalign);
         map.fill(rng, -2.0f, 3.0f);
 
         std::vector<uint8_t> lowest;
