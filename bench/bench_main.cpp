@@ -1,14 +1,14 @@
 // Runs the benchmarks and then prints each one as a ratio against the peer
-// it names: a label "peer:<peer benchmark function>" ties a run to that peer, and the ratio printed is peer time / own time, so 1.0 means as
-// fast as the peer and 0.7 means 70% of the peer's throughput.
+// it names: a label "peer:<peer benchmark function>" ties a run to that peer, and the ratio printed
+// is peer time / own time, so 1.0 means as fast as the peer and 0.7 means 70% of the peer's
+// throughput.
 #include <benchmark/benchmark.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <map>
 #include <string>
 #include <vector>
-
-#include <unistd.h>
 
 namespace {
 

@@ -12,18 +12,22 @@ int32_t g_jumpIndex = -1;
 
 namespace {
 
-uint64_t g_enabledMask = 7;   // MMX, SSE and SSE2 until Init says otherwise
+uint64_t g_enabledMask = 7;  // MMX, SSE and SSE2 until Init says otherwise
 uint64_t g_detectedMask = 0;
 int32_t g_detectedValid = 0;
 
-int32_t g_cacheSize = -1;     // negative: not asked yet
+int32_t g_cacheSize = -1;  // negative: not asked yet
 int32_t g_cacheLine = 0;
 PxlStatus g_cacheStatus = 1;  // 1: no answer cached
 
 template <typename T>
-void Store(T* where, T value) { __atomic_store_n(where, value, __ATOMIC_RELAXED); }
+void Store(T* where, T value) {
+  __atomic_store_n(where, value, __ATOMIC_RELAXED);
+}
 template <typename T>
-T Load(const T* where) { return __atomic_load_n(where, __ATOMIC_RELAXED); }
+T Load(const T* where) {
+  return __atomic_load_n(where, __ATOMIC_RELAXED);
+}
 
 inline bool Bit(uint32_t reg, int bit) { return (reg >> bit) & 1u; }
 
@@ -60,6 +64,7 @@ constexpr int32_t MB = 1024 * 1024;
 
 // Leaf-2 descriptors as the processor manuals list them.  TLBs, instruction
 // and trace caches and prefetch hints are known but name no data cache.
+// clang-format off
 constexpr Leaf2Entry kLeaf2[] = {
     {0x01, 0}, {0x02, 0}, {0x03, 0}, {0x04, 0}, {0x05, 0}, {0x06, 0},
     {0x08, 0}, {0x09, 0}, {0x0A, 8 * KB}, {0x0B, 0}, {0x0C, 16 * KB},
@@ -87,12 +92,22 @@ constexpr Leaf2Entry kLeaf2[] = {
     {0xDE, 6 * MB}, {0xE2, 2 * MB}, {0xE3, 4 * MB}, {0xE4, 8 * MB},
     {0xEA, 12 * MB}, {0xEB, 18 * MB}, {0xEC, 24 * MB}, {0xF0, 0}, {0xF1, 0},
 };
+// clang-format on
 
 // Line sizes of the leaf-2 caches whose lines are not 64 bytes.
 int32_t Leaf2LineSize(uint8_t d) {
   switch (d) {
-    case 0x0A: case 0x0C: case 0x41: case 0x42: case 0x43: case 0x44:
-    case 0x45: case 0x82: case 0x83: case 0x84: case 0x85:
+    case 0x0A:
+    case 0x0C:
+    case 0x41:
+    case 0x42:
+    case 0x43:
+    case 0x44:
+    case 0x45:
+    case 0x82:
+    case 0x83:
+    case 0x84:
+    case 0x85:
       return 32;
     default:
       return 64;
@@ -182,12 +197,14 @@ LevelChoice SelectLevel(uint64_t mask) {
     int level;
     uint64_t required;
   };
+  // clang-format off
   static constexpr Row kRows[] = {
       {0x7300000, 5, 0x73081DF}, {0xF00000, 4, 0xF081DF}, {0x8000, 4, 0x81DF},
       {0x100, 3, 0x1DF},         {0x80, 2, 0xDF},         {0x40, 1, 0x5F},
       {0x20, 1, 0x3F},           {0x10, 1, 0x1F},         {0x8, 0, 0xF},
       {0x4, 0, 0x7},
   };
+  // clang-format on
 
   LevelChoice c{0, mask | 0x1, pxlStsNotSupportedCpu};
   if ((mask & 0x2) == 0x2) c.enabledMask = mask | 0x3;  // SSE without SSE2

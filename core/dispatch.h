@@ -47,9 +47,9 @@ namespace l5 {
 
 // Tables and stubs.
 namespace k {
-#define PXL_KERNEL(unit, ret, name, params, args)                               \
-  typedef ret(*name##_fn) params;                                                \
-  extern const name##_fn name##_table[kLevelCount + 1];                          \
+#define PXL_KERNEL(unit, ret, name, params, args)       \
+  typedef ret(*name##_fn) params;                       \
+  extern const name##_fn name##_table[kLevelCount + 1]; \
   inline ret name params { return (name##_table + 1)[JumpIndex()] args; }
 #include "core/registry.def"
 #undef PXL_KERNEL

@@ -9,8 +9,8 @@
 
 namespace {
 
-int g_failIn = -1;    // allocations left before the one that fails; -1: none
-long g_live = 0;      // blocks handed out and not released
+int g_failIn = -1;  // allocations left before the one that fails; -1: none
+long g_live = 0;    // blocks handed out and not released
 
 }  // namespace
 

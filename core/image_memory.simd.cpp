@@ -1,7 +1,7 @@
 // Image allocation kernels, one a format code of Malloc.
-#include "core/simd.h"
 #include "core/image_formats.h"
 #include "core/memory.h"
+#include "core/simd.h"
 
 PXL_LEVEL_BEGIN
 
@@ -28,9 +28,9 @@ void* AllocateImage(int width, int height, int* pStepBytes) {
 
 }  // namespace
 
-#define PXL_MALLOC_DEFINE(code, bytes)                                          \
-  void* mallocFormat##code(int width, int height, int* pStepBytes) {            \
-    return AllocateImage<bytes>(width, height, pStepBytes);                     \
+#define PXL_MALLOC_DEFINE(code, bytes)                               \
+  void* mallocFormat##code(int width, int height, int* pStepBytes) { \
+    return AllocateImage<bytes>(width, height, pStepBytes);          \
   }
 PXL_IMAGE_FORMATS(PXL_MALLOC_DEFINE)
 #undef PXL_MALLOC_DEFINE

@@ -23,7 +23,9 @@ PXL_INLINE __m128 Div(__m128 a, __m128 b) { return _mm_div_ps(a, b); }
 PXL_INLINE __m128 Min(__m128 a, __m128 b) { return _mm_min_ps(a, b); }
 PXL_INLINE __m128 Max(__m128 a, __m128 b) { return _mm_max_ps(a, b); }
 template <int Lane>
-PXL_INLINE __m128 Splat(__m128 v) { return _mm_shuffle_ps(v, v, Lane * 0x55); }
+PXL_INLINE __m128 Splat(__m128 v) {
+  return _mm_shuffle_ps(v, v, Lane * 0x55);
+}
 // Lanes 0..2 of `colour`, lane 3 of `alpha`.
 PXL_INLINE __m128 WithAlphaOf(__m128 colour, __m128 alpha) {
 #if PXL_LEVEL >= 1
@@ -34,9 +36,11 @@ PXL_INLINE __m128 WithAlphaOf(__m128 colour, __m128 alpha) {
 #endif
 }
 
-template <typename V> struct Traits;
+template <typename V>
+struct Traits;
 
-template <> struct Traits<__m128> {
+template <>
+struct Traits<__m128> {
   static constexpr int kPixels = 1;
   static PXL_INLINE __m128 Load(const float* p) { return _mm_loadu_ps(p); }
   static PXL_INLINE void Store(float* p, __m128 v) { _mm_storeu_ps(p, v); }
@@ -57,12 +61,15 @@ PXL_INLINE __m256 Div(__m256 a, __m256 b) { return _mm256_div_ps(a, b); }
 PXL_INLINE __m256 Min(__m256 a, __m256 b) { return _mm256_min_ps(a, b); }
 PXL_INLINE __m256 Max(__m256 a, __m256 b) { return _mm256_max_ps(a, b); }
 template <int Lane>
-PXL_INLINE __m256 Splat(__m256 v) { return _mm256_shuffle_ps(v, v, Lane * 0x55); }
+PXL_INLINE __m256 Splat(__m256 v) {
+  return _mm256_shuffle_ps(v, v, Lane * 0x55);
+}
 PXL_INLINE __m256 WithAlphaOf(__m256 colour, __m256 alpha) {
   return _mm256_blend_ps(colour, alpha, 0x88);
 }
 
-template <> struct Traits<__m256> {
+template <>
+struct Traits<__m256> {
   static constexpr int kPixels = 2;
   static PXL_INLINE __m256 Load(const float* p) { return _mm256_loadu_ps(p); }
   static PXL_INLINE void Store(float* p, __m256 v) { _mm256_storeu_ps(p, v); }
@@ -83,12 +90,15 @@ PXL_INLINE __m512 Div(__m512 a, __m512 b) { return _mm512_div_ps(a, b); }
 PXL_INLINE __m512 Min(__m512 a, __m512 b) { return _mm512_min_ps(a, b); }
 PXL_INLINE __m512 Max(__m512 a, __m512 b) { return _mm512_max_ps(a, b); }
 template <int Lane>
-PXL_INLINE __m512 Splat(__m512 v) { return _mm512_shuffle_ps(v, v, Lane * 0x55); }
+PXL_INLINE __m512 Splat(__m512 v) {
+  return _mm512_shuffle_ps(v, v, Lane * 0x55);
+}
 PXL_INLINE __m512 WithAlphaOf(__m512 colour, __m512 alpha) {
   return _mm512_mask_blend_ps(0x8888, colour, alpha);
 }
 
-template <> struct Traits<__m512> {
+template <>
+struct Traits<__m512> {
   static constexpr int kPixels = 4;
   static PXL_INLINE __m512 Load(const float* p) { return _mm512_loadu_ps(p); }
   static PXL_INLINE void Store(float* p, __m512 v) { _mm512_storeu_ps(p, v); }
@@ -110,10 +120,20 @@ using Wide = __m256;
 using Wide = __m128;
 #endif
 
-template <typename V> PXL_INLINE V Load(const float* p) { return Traits<V>::Load(p); }
-template <typename V> PXL_INLINE void Store(float* p, V v) { Traits<V>::Store(p, v); }
-template <typename V> PXL_INLINE V Set1(float v) { return Traits<V>::Set1(v); }
-template <typename V> PXL_INLINE V PerLane(float l0, float l1, float l2, float l3) {
+template <typename V>
+PXL_INLINE V Load(const float* p) {
+  return Traits<V>::Load(p);
+}
+template <typename V>
+PXL_INLINE void Store(float* p, V v) {
+  Traits<V>::Store(p, v);
+}
+template <typename V>
+PXL_INLINE V Set1(float v) {
+  return Traits<V>::Set1(v);
+}
+template <typename V>
+PXL_INLINE V PerLane(float l0, float l1, float l2, float l3) {
   return Traits<V>::PerLane(_mm_setr_ps(l0, l1, l2, l3));
 }
 

@@ -29,9 +29,9 @@ inline intptr_t RegionOffset(int32_t x, int32_t y, int32_t step, int32_t element
 // An interleaved image of `channels` elements a pixel (C1: 1, C3: 3, C4 and AC4: 4).
 template <typename T>
 inline T* RegionStart(T* base, int32_t step, const PxliRect& roi, int32_t channels) {
-  return reinterpret_cast<T*>(reinterpret_cast<uintptr_t>(base) +
-                              static_cast<uintptr_t>(
-                                  RegionOffset(roi.x, roi.y, step, channels, sizeof(T))));
+  return reinterpret_cast<T*>(
+      reinterpret_cast<uintptr_t>(base) +
+      static_cast<uintptr_t>(RegionOffset(roi.x, roi.y, step, channels, sizeof(T))));
 }
 
 // Every plane of a planar image, which share one step.

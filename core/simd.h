@@ -22,8 +22,12 @@
 #pragma GCC diagnostic ignored "-Wignored-attributes"
 
 #define PXL_NS PXL_CAT(l, PXL_LEVEL)
-#define PXL_LEVEL_BEGIN namespace pxl { namespace PXL_NS {
-#define PXL_LEVEL_END } }
+#define PXL_LEVEL_BEGIN \
+  namespace pxl {       \
+  namespace PXL_NS {
+#define PXL_LEVEL_END \
+  }                   \
+  }
 
 #define PXL_INLINE inline __attribute__((always_inline))
 

@@ -13,9 +13,9 @@
 namespace pxl_examples {
 
 struct Rgba8Image {
-    int width = 0;
-    int height = 0;
-    std::vector<std::uint8_t> pixels;  // width * height * 4 bytes, R G B A
+  int width = 0;
+  int height = 0;
+  std::vector<std::uint8_t> pixels;  // width * height * 4 bytes, R G B A
 };
 
 // Reads any PNG libpng understands (gray, gray+alpha, palette, RGB, RGBA;
@@ -25,8 +25,8 @@ bool ReadPngRgba8(const std::string& path, Rgba8Image* image, std::string* error
 
 // Writes width x height 8-bit RGB pixels, 3 * width bytes a row, as a PNG.
 // On failure returns false and puts libpng's message in *error.
-bool WritePngRgb8(const std::string& path, int width, int height,
-                  const std::uint8_t* rgb, std::string* error);
+bool WritePngRgb8(const std::string& path, int width, int height, const std::uint8_t* rgb,
+                  std::string* error);
 
 }  // namespace pxl_examples
 

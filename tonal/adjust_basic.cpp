@@ -39,19 +39,18 @@ PxlStatus AdjustBrightness_32f_C4IR(Pxl32f* pSrcDst, int srcDstStep, PxliRect ro
   return pxlStsNoErr;
 }
 
-PxlStatus AdjustExposureLin_32f_C4IMR(Pxl32f* pSrcDst, int srcDstStep, PxliRect roi,
-                                      Pxl32f value, const Pxl32f* pMap, int mapStep,
-                                      Pxl32f minValue, Pxl32f maxValue) {
+PxlStatus AdjustExposureLin_32f_C4IMR(Pxl32f* pSrcDst, int srcDstStep, PxliRect roi, Pxl32f value,
+                                      const Pxl32f* pMap, int mapStep, Pxl32f minValue,
+                                      Pxl32f maxValue) {
   pxl::k::adjustExposureLinMapC4(RegionStart(pSrcDst, srcDstStep, roi, 4), srcDstStep,
-                                 RegionStart(pMap, mapStep, roi, 1), mapStep, roi.width,
-                                 roi.height, value, minValue, maxValue);
+                                 RegionStart(pMap, mapStep, roi, 1), mapStep, roi.width, roi.height,
+                                 value, minValue, maxValue);
   return pxlStsNoErr;
 }
 
 // The curve is chosen once, by the alignment of the region's first pixel; the
 // other rows are not looked at.
-PxlStatus AdjustExposureLin_32f_C4IR(Pxl32f* pSrcDst, int srcDstStep, PxliRect roi,
-                                     Pxl32f value) {
+PxlStatus AdjustExposureLin_32f_C4IR(Pxl32f* pSrcDst, int srcDstStep, PxliRect roi, Pxl32f value) {
   Pxl32f* p = RegionStart(pSrcDst, srcDstStep, roi, 4);
   if ((reinterpret_cast<uintptr_t>(p) & 15) == 0) {
     const float m = powf(2.0f, value * 1.666f);

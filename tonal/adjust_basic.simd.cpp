@@ -10,8 +10,7 @@ PXL_LEVEL_BEGIN
 
 using namespace px;
 
-void adjustSaturationAC4(float* p, int step, const float* map, int mapStep, int width,
-                         int height) {
+void adjustSaturationAC4(float* p, int step, const float* map, int mapStep, int width, int height) {
   ForRegionWithMap(p, step, map, mapStep, width, height, [](auto v, const float* m) {
     using V = decltype(v);
     const V y = LumaDot(v);
@@ -19,8 +18,7 @@ void adjustSaturationAC4(float* p, int step, const float* map, int mapStep, int 
   });
 }
 
-void adjustContrastAC4(float* p, int step, const float* map, int mapStep, int width,
-                       int height) {
+void adjustContrastAC4(float* p, int step, const float* map, int mapStep, int width, int height) {
   ForRegionWithMap(p, step, map, mapStep, width, height, [](auto v, const float* m) {
     using V = decltype(v);
     const V half = Set1<V>(0.5f);
@@ -28,16 +26,14 @@ void adjustContrastAC4(float* p, int step, const float* map, int mapStep, int wi
   });
 }
 
-void adjustBrightnessAC4(float* p, int step, const float* map, int mapStep, int width,
-                         int height) {
+void adjustBrightnessAC4(float* p, int step, const float* map, int mapStep, int width, int height) {
   ForRegionWithMap(p, step, map, mapStep, width, height, [](auto v, const float* m) {
     using V = decltype(v);
     return KeepAlpha(Mul(v, Traits<V>::LoadPerPixel(m)), v);
   });
 }
 
-void adjustBrightnessC4(float* p, int step, const float* map, int mapStep, int width,
-                        int height) {
+void adjustBrightnessC4(float* p, int step, const float* map, int mapStep, int width, int height) {
   ForRegionWithMap(p, step, map, mapStep, width, height, [](auto v, const float* m) {
     using V = decltype(v);
     return Mul(v, Traits<V>::LoadPerPixel(m));

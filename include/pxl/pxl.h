@@ -7,8 +7,8 @@
 #ifndef PXL_H
 #define PXL_H
 
-#include "pxl_types.h"
 #include "pxl_core.h"
 #include "pxl_tonal.h"
+#include "pxl_types.h"
 
 #endif /* PXL_H */

@@ -11,41 +11,41 @@ extern "C" {
 #endif
 
 /* Bits of the feature mask written by GetCpuFeatures. */
-#define PXL_CPU_MMX           0x1ULL
-#define PXL_CPU_SSE           0x2ULL
-#define PXL_CPU_SSE2          0x4ULL
-#define PXL_CPU_SSE3          0x8ULL
-#define PXL_CPU_SSSE3         0x10ULL
-#define PXL_CPU_MOVBE         0x20ULL
-#define PXL_CPU_SSE41         0x40ULL
-#define PXL_CPU_SSE42         0x80ULL
-#define PXL_CPU_AVX           0x100ULL
-#define PXL_CPU_AVX_OS        0x200ULL       /* the OS saves the AVX state */
-#define PXL_CPU_AES           0x400ULL
-#define PXL_CPU_CLMUL         0x800ULL
-#define PXL_CPU_RDRAND        0x2000ULL
-#define PXL_CPU_F16C          0x4000ULL
-#define PXL_CPU_AVX2          0x8000ULL      /* AVX2 with FMA, BMI1 and BMI2 */
-#define PXL_CPU_ADX           0x10000ULL
-#define PXL_CPU_RDSEED        0x20000ULL
-#define PXL_CPU_PREFETCHW     0x40000ULL
-#define PXL_CPU_SHA           0x80000ULL
-#define PXL_CPU_AVX512F       0x100000ULL
-#define PXL_CPU_AVX512CD      0x200000ULL
-#define PXL_CPU_AVX512ER      0x400000ULL
-#define PXL_CPU_AVX512PF      0x800000ULL
-#define PXL_CPU_AVX512BW      0x1000000ULL
-#define PXL_CPU_AVX512DQ      0x2000000ULL
-#define PXL_CPU_AVX512VL      0x4000000ULL
-#define PXL_CPU_AVX512VBMI    0x8000000ULL
-#define PXL_CPU_MPX           0x10000000ULL
-#define PXL_CPU_AVX5124FMAPS  0x20000000ULL
-#define PXL_CPU_AVX5124VNNIW  0x40000000ULL
-#define PXL_CPU_MODEL_TEST    0x80000000ULL
-#define PXL_CPU_AVX512IFMA    0x100000000ULL
-#define PXL_CPU_AVX512_OS     0x200000000ULL /* the OS saves the AVX-512 state */
+#define PXL_CPU_MMX 0x1ULL
+#define PXL_CPU_SSE 0x2ULL
+#define PXL_CPU_SSE2 0x4ULL
+#define PXL_CPU_SSE3 0x8ULL
+#define PXL_CPU_SSSE3 0x10ULL
+#define PXL_CPU_MOVBE 0x20ULL
+#define PXL_CPU_SSE41 0x40ULL
+#define PXL_CPU_SSE42 0x80ULL
+#define PXL_CPU_AVX 0x100ULL
+#define PXL_CPU_AVX_OS 0x200ULL /* the OS saves the AVX state */
+#define PXL_CPU_AES 0x400ULL
+#define PXL_CPU_CLMUL 0x800ULL
+#define PXL_CPU_RDRAND 0x2000ULL
+#define PXL_CPU_F16C 0x4000ULL
+#define PXL_CPU_AVX2 0x8000ULL /* AVX2 with FMA, BMI1 and BMI2 */
+#define PXL_CPU_ADX 0x10000ULL
+#define PXL_CPU_RDSEED 0x20000ULL
+#define PXL_CPU_PREFETCHW 0x40000ULL
+#define PXL_CPU_SHA 0x80000ULL
+#define PXL_CPU_AVX512F 0x100000ULL
+#define PXL_CPU_AVX512CD 0x200000ULL
+#define PXL_CPU_AVX512ER 0x400000ULL
+#define PXL_CPU_AVX512PF 0x800000ULL
+#define PXL_CPU_AVX512BW 0x1000000ULL
+#define PXL_CPU_AVX512DQ 0x2000000ULL
+#define PXL_CPU_AVX512VL 0x4000000ULL
+#define PXL_CPU_AVX512VBMI 0x8000000ULL
+#define PXL_CPU_MPX 0x10000000ULL
+#define PXL_CPU_AVX5124FMAPS 0x20000000ULL
+#define PXL_CPU_AVX5124VNNIW 0x40000000ULL
+#define PXL_CPU_MODEL_TEST 0x80000000ULL
+#define PXL_CPU_AVX512IFMA 0x100000000ULL
+#define PXL_CPU_AVX512_OS 0x200000000ULL /* the OS saves the AVX-512 state */
 #define PXL_CPU_AVX512VPOPCNT 0x400000000ULL
-#define PXL_CPU_AVX512BITALG  0x800000000ULL
+#define PXL_CPU_AVX512BITALG 0x800000000ULL
 
 /*
  * Detects the processor and selects the processor level of every kernel.
@@ -60,7 +60,8 @@ PXL_API PxlStatus Init(void);
 /* Writes the detected feature mask (PXL_CPU_* bits); pxlStsNullPtrErr on a null pointer. */
 PXL_API PxlStatus GetCpuFeatures(Pxl64u* pFeatureMask);
 
-/* The library runs on the caller's thread only: ignores its argument and returns 1 (pxlStsNoOperation). */
+/* The library runs on the caller's thread only: ignores its argument and returns 1
+ * (pxlStsNoOperation). */
 PXL_API PxlStatus SetNumThreads(int numThreads);
 
 /* Writes 1 and returns 1 (pxlStsNoOperation); pxlStsNullPtrErr on a null pointer. */

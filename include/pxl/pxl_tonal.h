@@ -17,7 +17,8 @@
 extern "C" {
 #endif
 
-/* Per-pixel saturation s about the pixel's luma Y = 0.299 R + 0.587 G + 0.114 B: (p - Y) * s + Y; alpha kept; unclamped. */
+/* Per-pixel saturation s about the pixel's luma Y = 0.299 R + 0.587 G + 0.114 B: (p - Y) * s + Y;
+ * alpha kept; unclamped. */
 PXL_API PxlStatus AdjustSaturation_32f_AC4IR(Pxl32f* pSrcDst, int srcDstStep, PxliRect roi,
                                              const Pxl32f* pMap, int mapStep);
 

@@ -1,11 +1,12 @@
 // Processor detection on synthetic processors, the level selection table,
 // the vendor rule, the cache query, and the threading exports.
+#include "core/cpu.h"
+
 #include <gtest/gtest.h>
 
 #include <map>
 #include <utility>
 
-#include "core/cpu.h"
 #include "core/dispatch.h"
 #include "pxl/pxl.h"
 
@@ -18,8 +19,9 @@ using pxl::CpuidRegs;
 class FakeCpu : public pxl::CpuProbe {
  public:
   FakeCpu(uint32_t maxLeaf = 7, uint32_t maxExtLeaf = 0x80000008u, bool intel = true) {
-    set(0, 0, {maxLeaf, intel ? 0x756E6547u : 0x68747541u, intel ? 0x6C65746Eu : 0x444D4163u,
-               intel ? 0x49656E69u : 0x69746E65u});
+    set(0, 0,
+        {maxLeaf, intel ? 0x756E6547u : 0x68747541u, intel ? 0x6C65746Eu : 0x444D4163u,
+         intel ? 0x49656E69u : 0x69746E65u});
     set(0x80000000u, 0, {maxExtLeaf, 0, 0, 0});
   }
   void set(uint32_t leaf, uint32_t sub, CpuidRegs r) { leaves_[{leaf, sub}] = r; }
@@ -56,6 +58,7 @@ TEST(Detection, EachFeatureBitComesFromItsCpuidBit) {
     int bit;
     uint64_t feature;
   };
+  // clang-format off
   const Row rows[] = {
       {1, EDX, 23, PXL_CPU_MMX},          {1, EDX, 25, PXL_CPU_SSE},
       {1, EDX, 26, PXL_CPU_SSE2},         {1, ECX, 0, PXL_CPU_SSE3},
@@ -74,6 +77,7 @@ TEST(Detection, EachFeatureBitComesFromItsCpuidBit) {
       {7, ECX, 14, PXL_CPU_AVX512VPOPCNT}, {7, ECX, 12, PXL_CPU_AVX512BITALG},
       {0x80000001u, ECX, 8, PXL_CPU_PREFETCHW},
   };
+  // clang-format on
   for (const Row& row : rows) {
     FakeCpu cpu;
     RegOf(cpu.at(row.leaf), row.reg) |= 1u << row.bit;
@@ -140,10 +144,10 @@ TEST(Detection, ExtendedLeafAndModelTest) {
 
 // ---- selection -----------------------------------------------------------------
 
-constexpr uint64_t kBase = 0x7;           // MMX SSE SSE2
-constexpr uint64_t kToSse42 = 0xDF;       // .. SSE3 SSSE3 SSE4.1 SSE4.2 (no MOVBE)
+constexpr uint64_t kBase = 0x7;      // MMX SSE SSE2
+constexpr uint64_t kToSse42 = 0xDF;  // .. SSE3 SSSE3 SSE4.1 SSE4.2 (no MOVBE)
 constexpr uint64_t kAvxOs = PXL_CPU_AVX | PXL_CPU_AVX_OS;
-constexpr uint64_t kAvx512 = 0x7300000;   // F CD BW DQ VL
+constexpr uint64_t kAvx512 = 0x7300000;  // F CD BW DQ VL
 
 TEST(Selection, TableRowsInOrder) {
   struct Row {
@@ -204,8 +208,7 @@ TEST(Selection, FeaturesWithoutOsStateAreDropped) {
   EXPECT_EQ(pxlStsFeatureNotSupported, b.status);
   EXPECT_EQ(0u, b.enabledMask & 0xC6FF00000ULL);
   // IFMA and MPX are outside the cleared group.
-  EXPECT_EQ(PXL_CPU_AVX512IFMA | PXL_CPU_MPX,
-            b.enabledMask & (PXL_CPU_AVX512IFMA | PXL_CPU_MPX));
+  EXPECT_EQ(PXL_CPU_AVX512IFMA | PXL_CPU_MPX, b.enabledMask & (PXL_CPU_AVX512IFMA | PXL_CPU_MPX));
 }
 
 TEST(Selection, OtherVendorKeepsItsLevelAndReportsTheVendor) {
@@ -268,11 +271,11 @@ CpuidRegs Leaf4(uint32_t type, uint32_t ways, uint32_t partitions, uint32_t line
 
 TEST(CacheQuery, Leaf4TakesTheLargestDataOrUnifiedCache) {
   FakeCpu cpu(0xB);
-  cpu.set(4, 0, Leaf4(1, 8, 1, 64, 64));        // L1d 32 KiB
-  cpu.set(4, 1, Leaf4(2, 64, 1, 64, 4096));     // instruction cache, 16 MiB: passed over
-  cpu.set(4, 2, Leaf4(3, 16, 1, 64, 1024));     // L2 1 MiB
-  cpu.set(4, 3, Leaf4(3, 12, 2, 128, 4096));    // L3 12 MiB, 128-byte lines
-  cpu.set(4, 5, Leaf4(3, 16, 16, 64, 8192));    // after the terminator: never read
+  cpu.set(4, 0, Leaf4(1, 8, 1, 64, 64));      // L1d 32 KiB
+  cpu.set(4, 1, Leaf4(2, 64, 1, 64, 4096));   // instruction cache, 16 MiB: passed over
+  cpu.set(4, 2, Leaf4(3, 16, 1, 64, 1024));   // L2 1 MiB
+  cpu.set(4, 3, Leaf4(3, 12, 2, 128, 4096));  // L3 12 MiB, 128-byte lines
+  cpu.set(4, 5, Leaf4(3, 16, 16, 64, 8192));  // after the terminator: never read
   int32_t size = -1, line = -1;
   EXPECT_EQ(pxlStsNoErr, pxl::QueryLargestCache(cpu, &size, &line));
   EXPECT_EQ(12 * 2 * 128 * 4096, size);
@@ -293,7 +296,7 @@ TEST(CacheQuery, FailuresAndLeaf2) {
   EXPECT_EQ(pxl::pxlStsUnknownCacheSize, pxl::QueryLargestCache(empty, &size, &line));
   EXPECT_EQ(0, size);
 
-  FakeCpu p3(3);     // leaf 2: count 01, L1d 32 KiB, TLBs, L2 2 MiB; EDX invalid
+  FakeCpu p3(3);  // leaf 2: count 01, L1d 32 KiB, TLBs, L2 2 MiB; EDX invalid
   p3.set(2, 0, {0x2C5B0001u, 0x007D0000u, 0x00000050u, 0x80FE0000u});
   EXPECT_EQ(pxlStsNoErr, pxl::QueryLargestCache(p3, &size, &line));
   EXPECT_EQ(2 * 1024 * 1024, size);

@@ -16,8 +16,8 @@ TEST(LazyStart, FirstCallBehavesAsIfInitHadRun) {
   alignas(16) float again[2][4] = {{0.2f, 0.4f, 0.6f, 0.8f}, {0.1f, 0.3f, 0.5f, 0.7f}};
   const float map[2] = {0.25f, -0.5f};
   // Floats in registers on both sides of the integer arguments.
-  EXPECT_EQ(pxlStsNoErr, AdjustExposureLin_32f_C4IMR(&first[0][0], 16, PxliRect{0, 0, 2, 1},
-                                                     0.5f, map, 8, -0.3f, 0.6f));
+  EXPECT_EQ(pxlStsNoErr, AdjustExposureLin_32f_C4IMR(&first[0][0], 16, PxliRect{0, 0, 2, 1}, 0.5f,
+                                                     map, 8, -0.3f, 0.6f));
   EXPECT_EQ(pxl::test::MaxSupportedLevel(), pxl::JumpIndex());
 
   AdjustExposureLin_32f_C4IMR(&again[0][0], 16, PxliRect{0, 0, 2, 1}, 0.5f, map, 8, -0.3f, 0.6f);

@@ -1,10 +1,11 @@
 // Image memory: steps, limits, alignment, the stored heap address, and the
 // allocation-failure hook that staged exports are tested with.
+#include "core/memory.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
 
-#include "core/memory.h"
 #include "pxl/pxl.h"
 #include "support/levels.h"
 

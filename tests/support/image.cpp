@@ -15,7 +15,8 @@ bool ChangesInsideRegion(const GuardedBuffer& before, const GuardedBuffer& after
     bool inside = false;
     if (off >= 0 && step > 0) {
       const long y = off / step, xb = off % step;
-      inside = y >= roi.y && y < roi.y + roi.height && xb >= static_cast<long>(roi.x) * pixelBytes &&
+      inside = y >= roi.y && y < roi.y + roi.height &&
+               xb >= static_cast<long>(roi.x) * pixelBytes &&
                xb < static_cast<long>(roi.x + roi.width) * pixelBytes;
     }
     if (!inside) {

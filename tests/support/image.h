@@ -22,8 +22,8 @@ class GuardedBuffer {
   GuardedBuffer(size_t bytes, size_t misalign = 0) : bytes_(bytes), misalign_(misalign) {
     storage_.resize(bytes + 2 * kGuard + 128);
     const uintptr_t base = reinterpret_cast<uintptr_t>(storage_.data()) + kGuard;
-    offset_ = ((base + 63) & ~uintptr_t{63}) - reinterpret_cast<uintptr_t>(storage_.data()) +
-              misalign;
+    offset_ =
+        ((base + 63) & ~uintptr_t{63}) - reinterpret_cast<uintptr_t>(storage_.data()) + misalign;
     for (size_t i = 0; i < storage_.size(); ++i) storage_[i] = static_cast<uint8_t>(0xA5 ^ i);
   }
 
@@ -32,7 +32,9 @@ class GuardedBuffer {
   size_t size() const { return bytes_; }
 
   template <typename T>
-  T* as() { return reinterpret_cast<T*>(data()); }
+  T* as() {
+    return reinterpret_cast<T*>(data());
+  }
 
   // The whole storage, guards included, for before/after comparisons.
   const std::vector<uint8_t>& raw() const { return storage_; }
@@ -50,7 +52,10 @@ struct FloatImage {
   GuardedBuffer buf;
 
   FloatImage(int w, int h, int ch, int padBytes = 0, size_t misalign = 0)
-      : width(w), height(h), channels(ch), step(w * ch * 4 + padBytes),
+      : width(w),
+        height(h),
+        channels(ch),
+        step(w * ch * 4 + padBytes),
         buf(static_cast<size_t>(step) * h, misalign) {}
 
   float* data() { return buf.as<float>(); }

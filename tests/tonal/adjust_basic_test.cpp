@@ -135,8 +135,8 @@ std::vector<Case> Cases() {
 struct Geometry {
   int width, height;  // of the whole image
   PxliRect roi;
-  int padBytes;       // added to the image step
-  size_t misalign;    // of the image base
+  int padBytes;     // added to the image step
+  size_t misalign;  // of the image base
   int mapPadBytes;
 };
 
@@ -155,8 +155,8 @@ void CheckCase(const Case& k, const Geometry& g, unsigned seed) {
   SCOPED_TRACE(std::string(k.name) + " image " + std::to_string(g.width) + "x" +
                std::to_string(g.height) + " roi (" + std::to_string(g.roi.x) + "," +
                std::to_string(g.roi.y) + "," + std::to_string(g.roi.width) + "," +
-               std::to_string(g.roi.height) + ") pad " + std::to_string(g.padBytes) +
-               " misalign " + std::to_string(g.misalign));
+               std::to_string(g.roi.height) + ") pad " + std::to_string(g.padBytes) + " misalign " +
+               std::to_string(g.misalign));
   std::mt19937 rng(seed);
   FloatImage img(g.width, g.height, 4, g.padBytes, g.misalign);
   FillPixels(img, rng);
@@ -197,11 +197,11 @@ TEST(BasicAdjustments, MatchScalarReferenceInsideRegionOnly) {
   const Geometry geometries[] = {
       {1, 1, {0, 0, 1, 1}, 0, 0, 0},
       {17, 5, {0, 0, 17, 5}, 0, 0, 0},
-      {23, 9, {3, 2, 15, 6}, 48, 0, 12},   // offsets, padded steps
-      {40, 7, {1, 1, 37, 5}, 20, 4, 4},    // rows not 16-byte aligned
-      {9, 6, {2, 3, 7, 3}, 4, 8, 0},       // odd-sized pad, misaligned base
+      {23, 9, {3, 2, 15, 6}, 48, 0, 12},  // offsets, padded steps
+      {40, 7, {1, 1, 37, 5}, 20, 4, 4},   // rows not 16-byte aligned
+      {9, 6, {2, 3, 7, 3}, 4, 8, 0},      // odd-sized pad, misaligned base
       {33, 4, {0, 1, 33, 2}, 16, 12, 8},
-      {300, 2, {5, 0, 290, 2}, 0, 4, 0},   // rows longer than a kernel's stretch
+      {300, 2, {5, 0, 290, 2}, 0, 4, 0},  // rows longer than a kernel's stretch
   };
   unsigned seed = 1;
   for (const Case& k : Cases())
@@ -229,8 +229,8 @@ TEST(BasicAdjustments, SameBytesAtEveryLevel) {
           if (level == 0)
             lowest = img.buf.raw();
           else
-            ASSERT_EQ(lowest, img.buf.raw()) << "level " << level << ", width " << width
-                                             << ", misalign " << misalign;
+            ASSERT_EQ(lowest, img.buf.raw())
+                << "level " << level << ", width " << width << ", misalign " << misalign;
         });
       }
     }
