@@ -20,13 +20,17 @@ int32_t g_cacheSize = -1;  // negative: not asked yet
 int32_t g_cacheLine = 0;
 PxlStatus g_cacheStatus = 1;  // 1: no answer cached
 
+// Shared state is written by single stores and read without locks; two
+// threads that start up at once compute and store the same values.  A flag
+// that says "the values before me are valid" is stored with release and
+// read with acquire.
 template <typename T>
-void Store(T* where, T value) {
-  __atomic_store_n(where, value, __ATOMIC_RELAXED);
+void Store(T* where, T value, int order = __ATOMIC_RELAXED) {
+  __atomic_store_n(where, value, order);
 }
 template <typename T>
-T Load(const T* where) {
-  return __atomic_load_n(where, __ATOMIC_RELAXED);
+T Load(const T* where, int order = __ATOMIC_RELAXED) {
+  return __atomic_load_n(where, order);
 }
 
 inline bool Bit(uint32_t reg, int bit) { return (reg >> bit) & 1u; }
@@ -47,9 +51,9 @@ class HardwareCpu final : public CpuProbe {
 
 // Host feature mask, detected once.
 uint64_t HostFeatures() {
-  if (!Load(&g_detectedValid)) {
+  if (!Load(&g_detectedValid, __ATOMIC_ACQUIRE)) {
     Store(&g_detectedMask, DetectFeatures(HostCpu()));
-    Store(&g_detectedValid, 1);
+    Store(&g_detectedValid, 1, __ATOMIC_RELEASE);
   }
   return Load(&g_detectedMask);
 }
@@ -287,15 +291,16 @@ PxlStatus QueryLargestCache(const CpuProbe& cpu, int32_t* size, int32_t* line) {
 
 PxlStatus LargestCacheSize(int32_t* size) {
   if (!size) return pxlStsNullPtrErr;
-  if (g_cacheStatus == 1) {
-    int32_t s = g_cacheSize, line = g_cacheLine;
-    const PxlStatus st = QueryLargestCache(HostCpu(), &s, &line);
-    g_cacheSize = s;
-    g_cacheLine = line;
-    g_cacheStatus = st;
+  PxlStatus st = Load(&g_cacheStatus, __ATOMIC_ACQUIRE);
+  if (st == 1) {
+    int32_t s = Load(&g_cacheSize), line = Load(&g_cacheLine);
+    st = QueryLargestCache(HostCpu(), &s, &line);
+    Store(&g_cacheSize, s);
+    Store(&g_cacheLine, line);
+    Store(&g_cacheStatus, st, __ATOMIC_RELEASE);
   }
-  if (g_cacheStatus != pxlStsNotSupportedCpu) *size = g_cacheSize;
-  return g_cacheStatus;
+  if (st != pxlStsNotSupportedCpu) *size = Load(&g_cacheSize);
+  return st;
 }
 
 uint64_t EnabledFeatures() { return Load(&g_enabledMask); }

@@ -259,87 +259,86 @@ TEST(BasicAdjustments, EmptyRegionsTouchNothing) {
 struct Pixel {
   alignas(16) float v[4];
 };
+const PxliRect kOne{0, 0, 1, 1};
 
-TEST(BasicAdjustments, BrightnessZeroGivesBlackAndKeepsAlphaOnlyInAC4) {
-  Pixel p{{0.3f, 0.6f, 0.9f, 0.42f}};
-  const float zero = 0.0f;
-  AdjustBrightness_32f_AC4IR(p.v, 16, PxliRect{0, 0, 1, 1}, &zero, 4);
-  EXPECT_EQ(0.0f, p.v[0]);
-  EXPECT_EQ(0.0f, p.v[2]);
-  EXPECT_EQ(0.42f, p.v[3]);
-  Pixel q{{0.3f, 0.6f, 0.9f, 0.42f}};
-  AdjustBrightness_32f_C4IR(q.v, 16, PxliRect{0, 0, 1, 1}, &zero, 4);
-  EXPECT_EQ(0.0f, q.v[3]);
-}
+TEST(BasicAdjustments, MapDrivenEdgeCases) {
+  const float zero = 0.0f, two = 2.0f;
+  // A gain of 0 gives black; AC4 keeps alpha, C4 zeroes it too.
+  Pixel b{{0.3f, 0.6f, 0.9f, 0.42f}}, c = b;
+  AdjustBrightness_32f_AC4IR(b.v, 16, kOne, &zero, 4);
+  AdjustBrightness_32f_C4IR(c.v, 16, kOne, &zero, 4);
+  EXPECT_EQ(0.0f, b.v[0] + b.v[1] + b.v[2]);
+  EXPECT_EQ(0.42f, b.v[3]);
+  EXPECT_EQ(0.0f, c.v[3]);
 
-TEST(BasicAdjustments, SaturationIsUnclamped) {
-  Pixel p{{1.0f, 0.0f, 0.0f, 0.7f}};
-  const float two = 2.0f;
-  AdjustSaturation_32f_AC4IR(p.v, 16, PxliRect{0, 0, 1, 1}, &two, 4);
-  EXPECT_NEAR(1.701f, p.v[0], 1e-6f);
-  EXPECT_NEAR(-0.299f, p.v[1], 1e-6f);
-  EXPECT_NEAR(-0.299f, p.v[2], 1e-6f);
-  EXPECT_EQ(0.7f, p.v[3]);
-}
+  // Saturation 2 on pure red leaves the nominal range: no clamping.
+  Pixel s{{1.0f, 0.0f, 0.0f, 0.7f}};
+  AdjustSaturation_32f_AC4IR(s.v, 16, kOne, &two, 4);
+  EXPECT_NEAR(1.701f, s.v[0], 1e-6f);
+  EXPECT_NEAR(-0.299f, s.v[1], 1e-6f);
+  EXPECT_NEAR(-0.299f, s.v[2], 1e-6f);
 
-TEST(BasicAdjustments, AlphaKeptBitForBitEvenWhenNaN) {
-  const float nan = std::numeric_limits<float>::quiet_NaN();
-  Pixel p{{0.2f, 0.4f, 0.6f, -nan}};
-  Pixel before = p;
-  const float map = 3.0f;
-  AdjustSaturation_32f_AC4IR(p.v, 16, PxliRect{0, 0, 1, 1}, &map, 4);
-  AdjustContrast_32f_AC4IR(p.v, 16, PxliRect{0, 0, 1, 1}, &map, 4);
-  AdjustBrightness_32f_AC4IR(p.v, 16, PxliRect{0, 0, 1, 1}, &map, 4);
-  EXPECT_TRUE(SameBits(before.v[3], p.v[3]));
-}
-
-TEST(BasicAdjustments, ContrastPivotsOnMidGrey) {
-  for (float c : {0.0f, 0.3f, 1.0f, 7.5f, -2.0f}) {
-    Pixel p{{0.5f, 0.5f, 0.5f, 1.0f}};
-    AdjustContrast_32f_AC4IR(p.v, 16, PxliRect{0, 0, 1, 1}, &c, 4);
-    EXPECT_EQ(0.5f, p.v[0]);
-    EXPECT_EQ(0.5f, p.v[1]);
+  // Mid-grey is the contrast pivot for any factor.
+  for (float k : {0.0f, 0.3f, 7.5f, -2.0f}) {
+    Pixel g{{0.5f, 0.5f, 0.5f, 1.0f}};
+    AdjustContrast_32f_AC4IR(g.v, 16, kOne, &k, 4);
+    EXPECT_EQ(0.5f, g.v[0]);
   }
+
+  // Alpha comes back bit for bit, even a negative NaN.
+  Pixel n{{0.2f, 0.4f, 0.6f, -std::numeric_limits<float>::quiet_NaN()}};
+  const Pixel before = n;
+  AdjustSaturation_32f_AC4IR(n.v, 16, kOne, &two, 4);
+  AdjustContrast_32f_AC4IR(n.v, 16, kOne, &two, 4);
+  AdjustBrightness_32f_AC4IR(n.v, 16, kOne, &two, 4);
+  EXPECT_TRUE(SameBits(before.v[3], n.v[3]));
 }
 
 TEST(BasicAdjustments, ExposureMapBoundsWin) {
-  const float zero = 0.0f;
+  const float zero = 0.0f, nan = std::numeric_limits<float>::quiet_NaN();
   Pixel p{{0.1f, 0.5f, 0.9f, 1.0f}};
-  AdjustExposureLin_32f_C4IMR(p.v, 16, PxliRect{0, 0, 1, 1}, 0.0f, &zero, 4, -1.0f, 1.0f);
-  EXPECT_NEAR(0.1f, p.v[0], 1e-6f);
-  EXPECT_NEAR(0.5f, p.v[1], 1e-6f);
-  EXPECT_NEAR(0.9f, p.v[2], 1e-6f);
-  EXPECT_EQ(1.0f, p.v[3]);
+  AdjustExposureLin_32f_C4IMR(p.v, 16, kOne, 0.0f, &zero, 4, -1.0f, 1.0f);
+  for (int c = 0; c < 4; ++c) EXPECT_NEAR((Pixel{{0.1f, 0.5f, 0.9f, 1.0f}}).v[c], p.v[c], 1e-6f);
 
   // Bounds (1, 2) lift exposure 0 to 1; a NaN map value gives the lower bound.
-  const float nan = std::numeric_limits<float>::quiet_NaN();
   Pixel a{{0.25f, 0.5f, 0.0f, 0.0f}}, b = a;
-  AdjustExposureLin_32f_C4IMR(a.v, 16, PxliRect{0, 0, 1, 1}, 0.0f, &zero, 4, 1.0f, 2.0f);
-  AdjustExposureLin_32f_C4IMR(b.v, 16, PxliRect{0, 0, 1, 1}, 5.0f, &nan, 4, 1.0f, 2.0f);
+  AdjustExposureLin_32f_C4IMR(a.v, 16, kOne, 0.0f, &zero, 4, 1.0f, 2.0f);
+  AdjustExposureLin_32f_C4IMR(b.v, 16, kOne, 5.0f, &nan, 4, 1.0f, 2.0f);
   const float m = powf(2.0f, 1.666f);
   EXPECT_FLOAT_EQ(0.5f * m / (0.5f + 0.5f * m), a.v[1]);
   EXPECT_EQ(0.0f, a.v[2]);
-  EXPECT_EQ(0.0f, a.v[3]);
   for (int c = 0; c < 4; ++c) EXPECT_TRUE(SameBits(a.v[c], b.v[c]));
 }
 
 TEST(BasicAdjustments, UniformExposureCurveDependsOnFirstPixelAlignment) {
-  // Two pixels in one buffer: the first starts on a 16-byte boundary, the
-  // second 4 bytes past one.
+  // The first pixel starts on a 16-byte boundary, the second 4 bytes past one.
   alignas(16) float buf[12] = {0.5f, 0.5f, 0.5f, 1.0f, 0, 0.5f, 0.5f, 0.5f, 1.0f};
-  AdjustExposureLin_32f_C4IR(buf, 16, PxliRect{0, 0, 1, 1}, 1.0f);
-  AdjustExposureLin_32f_C4IR(buf + 5, 16, PxliRect{0, 0, 1, 1}, 1.0f);
-  const float aligned = powf(2.0f, 1.666f) * 0.5f / (0.5f + powf(2.0f, 1.666f) * 0.5f);
-  EXPECT_FLOAT_EQ(aligned, buf[0]);
-  EXPECT_NEAR(0.760f, buf[0], 1e-3f);
+  AdjustExposureLin_32f_C4IR(buf, 16, kOne, 1.0f);
+  AdjustExposureLin_32f_C4IR(buf + 5, 16, kOne, 1.0f);
+  const float m = powf(2.0f, 1.666f);
+  EXPECT_FLOAT_EQ(m * 0.5f / (0.5f + m * 0.5f), buf[0]);  // about 0.760
   EXPECT_EQ(1.0f, buf[3]);
   EXPECT_NEAR(0.6667f, buf[5], 1e-3f);
   EXPECT_EQ(1.0f, buf[8]);  // alpha scaled by s > 1, then clamped
 
   // Black on the luma curve gives s = 0: alpha goes to 0 as well.
   float black[5] = {0, 0, 0, 0, 1.0f};
-  AdjustExposureLin_32f_C4IR(black + 1, 16, PxliRect{0, 0, 1, 1}, 2.0f);
+  AdjustExposureLin_32f_C4IR(black + 1, 16, kOne, 2.0f);
   EXPECT_EQ(0.0f, black[4]);
+
+  // The shoulder: k = 1 from -1 up, 1.15 from -5 down.
+  for (float v : {-1.0f, -5.0f, -9.0f}) {
+    Pixel p{{0.4f, 0.4f, 0.4f, 0.4f}};
+    float want[4];
+    RefExposureAligned(p.v, v, want);
+    AdjustExposureLin_32f_C4IR(p.v, 16, kOne, v);
+    EXPECT_TRUE(SameBits(want[0], p.v[0])) << v;
+  }
+  const float grey[4] = {0.4f, 0.4f, 0.4f, 0.4f};
+  float at1[4];
+  RefExposureAligned(grey, -1.0f, at1);
+  const float m1 = powf(2.0f, -1.666f);
+  EXPECT_FLOAT_EQ(0.4f * m1 / (0.6f + 0.4f * m1), at1[0]);
 }
 
 TEST(BasicAdjustments, UniformExposureDecidesOnceForAllRows) {
@@ -354,24 +353,6 @@ TEST(BasicAdjustments, UniformExposureDecidesOnceForAllRows) {
   const float in[4] = {0.5f, 0.5f, 0.5f, 1.0f};
   RefExposureLuma(in, 1.0f, want);
   for (int y = 0; y < 4; ++y) EXPECT_TRUE(SameBits(want[0], img.get(0, y, 0))) << "row " << y;
-}
-
-TEST(BasicAdjustments, UniformExposureShoulderBelowMinusOne) {
-  // k grows from 1 at value -1 to 1.15 at -5 and stays there.
-  const float in[4] = {0.4f, 0.4f, 0.4f, 0.4f};
-  float at5[4], at9[4], at1[4];
-  RefExposureAligned(in, -5.0f, at5);
-  RefExposureAligned(in, -9.0f, at9);
-  RefExposureAligned(in, -1.0f, at1);
-  for (float v : {-1.0f, -5.0f, -9.0f}) {
-    Pixel p{{0.4f, 0.4f, 0.4f, 0.4f}};
-    AdjustExposureLin_32f_C4IR(p.v, 16, PxliRect{0, 0, 1, 1}, v);
-    const float* want = v == -1.0f ? at1 : v == -5.0f ? at5 : at9;
-    EXPECT_TRUE(SameBits(want[0], p.v[0])) << v;
-  }
-  // At -1, k = 1 and the curve is p m / ((1 - p) + p m).
-  const float m = powf(2.0f, -1.666f);
-  EXPECT_FLOAT_EQ(0.4f * m / (0.6f + 0.4f * m), at1[0]);
 }
 
 }  // namespace
