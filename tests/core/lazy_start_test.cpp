@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <thread>
 
 #include "core/cpu.h"
 #include "core/dispatch.h"
@@ -29,4 +30,20 @@ TEST(LazyStart, FirstCallBehavesAsIfInitHadRun) {
   EXPECT_FLOAT_EQ(0.2f * m0 / (0.8f + 0.2f * m0), first[0][0]);
   const float m1 = powf(2.0f, 0.0f);
   EXPECT_FLOAT_EQ(0.1f * m1 / (0.9f + 0.1f * m1), first[1][0]);
+}
+
+TEST(LazyStart, ThreadsRacingThroughStartUpAgree) {
+  // Both threads may find the index at -1 and start the library; they store
+  // the same level and each call completes with its own arguments.
+  pxl::test::ForceLevel(-1);
+  alignas(16) float a[4] = {0.5f, 0.5f, 0.5f, 1.0f}, b[4] = {0.25f, 0.25f, 0.25f, 1.0f};
+  const float twice = 2.0f, half = 0.5f;
+  std::thread t1([&] { AdjustBrightness_32f_C4IR(a, 16, PxliRect{0, 0, 1, 1}, &twice, 4); });
+  std::thread t2([&] { AdjustBrightness_32f_C4IR(b, 16, PxliRect{0, 0, 1, 1}, &half, 4); });
+  t1.join();
+  t2.join();
+  EXPECT_EQ(pxl::test::MaxSupportedLevel(), pxl::JumpIndex());
+  EXPECT_EQ(1.0f, a[0]);
+  EXPECT_EQ(2.0f, a[3]);
+  EXPECT_EQ(0.125f, b[0]);
 }
