@@ -291,41 +291,16 @@ void GenerateLandscape(FloatImage& image) {
   const float sunU = 0.70f, sunV = 0.27f, sunRadius = 0.045f;
 
   // Front to back: the first range whose ridge lies above a pixel owns it.
+  // clang-format off
   const HillRange ranges[] = {
-      {0.76f,
-       0.045f,
-       3.1f,
-       4.0f,
-       0.015f,
-       12.7f,
-       1.1f,
-       {0.36f, 0.52f, 0.18f},
-       {0.12f, 0.22f, 0.08f},
-       0.0f,
-       kSceneSeed + 3},
-      {0.62f,
-       0.055f,
-       4.3f,
-       2.2f,
-       0.020f,
-       10.9f,
-       0.3f,
-       {0.42f, 0.58f, 0.27f},
-       {0.18f, 0.30f, 0.16f},
-       0.15f,
-       kSceneSeed + 2},
-      {0.53f,
-       0.035f,
-       6.7f,
-       1.3f,
-       0.022f,
-       16.1f,
-       0.4f,
-       {0.46f, 0.54f, 0.52f},
-       {0.30f, 0.38f, 0.44f},
-       0.55f,
-       kSceneSeed + 1},
+      {0.76f, 0.045f, 3.1f, 4.0f, 0.015f, 12.7f, 1.1f,
+       {0.36f, 0.52f, 0.18f}, {0.12f, 0.22f, 0.08f}, 0.0f, kSceneSeed + 3},
+      {0.62f, 0.055f, 4.3f, 2.2f, 0.020f, 10.9f, 0.3f,
+       {0.42f, 0.58f, 0.27f}, {0.18f, 0.30f, 0.16f}, 0.15f, kSceneSeed + 2},
+      {0.53f, 0.035f, 6.7f, 1.3f, 0.022f, 16.1f, 0.4f,
+       {0.46f, 0.54f, 0.52f}, {0.30f, 0.38f, 0.44f}, 0.55f, kSceneSeed + 1},
   };
+  // clang-format on
 
   for (int y = 0; y < h; ++y) {
     Pxl32f* row = image.Row(y);
