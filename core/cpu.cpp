@@ -60,7 +60,8 @@ uint64_t HostFeatures() {
 
 struct Leaf2Entry {
   uint8_t descriptor;
-  int32_t size;  // bytes; 0: known, but not a data or unified cache
+  int32_t size;       // bytes; 0: known, but not a data or unified cache
+  int32_t line = 64;  // line size in bytes
 };
 
 constexpr int32_t KB = 1024;
@@ -71,13 +72,13 @@ constexpr int32_t MB = 1024 * 1024;
 // clang-format off
 constexpr Leaf2Entry kLeaf2[] = {
     {0x01, 0}, {0x02, 0}, {0x03, 0}, {0x04, 0}, {0x05, 0}, {0x06, 0},
-    {0x08, 0}, {0x09, 0}, {0x0A, 8 * KB}, {0x0B, 0}, {0x0C, 16 * KB},
+    {0x08, 0}, {0x09, 0}, {0x0A, 8 * KB, 32}, {0x0B, 0}, {0x0C, 16 * KB, 32},
     {0x0D, 16 * KB}, {0x0E, 24 * KB}, {0x1D, 128 * KB}, {0x21, 256 * KB},
     {0x22, 512 * KB}, {0x23, 1 * MB}, {0x24, 1 * MB}, {0x25, 2 * MB},
     {0x29, 4 * MB}, {0x2C, 32 * KB}, {0x30, 0}, {0x39, 128 * KB},
     {0x3A, 192 * KB}, {0x3B, 128 * KB}, {0x3C, 256 * KB}, {0x3D, 384 * KB},
-    {0x3E, 512 * KB}, {0x40, 0}, {0x41, 128 * KB}, {0x42, 256 * KB},
-    {0x43, 512 * KB}, {0x44, 1 * MB}, {0x45, 2 * MB}, {0x46, 4 * MB},
+    {0x3E, 512 * KB}, {0x40, 0}, {0x41, 128 * KB, 32}, {0x42, 256 * KB, 32},
+    {0x43, 512 * KB, 32}, {0x44, 1 * MB, 32}, {0x45, 2 * MB, 32}, {0x46, 4 * MB},
     {0x47, 8 * MB}, {0x48, 3 * MB}, {0x49, 4 * MB}, {0x4A, 6 * MB},
     {0x4B, 8 * MB}, {0x4C, 12 * MB}, {0x4D, 16 * MB}, {0x4E, 6 * MB},
     {0x4F, 0}, {0x50, 0}, {0x51, 0}, {0x52, 0}, {0x55, 0}, {0x56, 0},
@@ -87,7 +88,7 @@ constexpr Leaf2Entry kLeaf2[] = {
     {0x6D, 0}, {0x70, 0}, {0x71, 0}, {0x72, 0}, {0x73, 0}, {0x76, 0},
     {0x78, 1 * MB}, {0x79, 128 * KB}, {0x7A, 256 * KB}, {0x7B, 512 * KB},
     {0x7C, 1 * MB}, {0x7D, 2 * MB}, {0x7F, 512 * KB}, {0x80, 512 * KB},
-    {0x82, 256 * KB}, {0x83, 512 * KB}, {0x84, 1 * MB}, {0x85, 2 * MB},
+    {0x82, 256 * KB, 32}, {0x83, 512 * KB, 32}, {0x84, 1 * MB, 32}, {0x85, 2 * MB, 32},
     {0x86, 512 * KB}, {0x87, 1 * MB}, {0xA0, 0}, {0xB0, 0}, {0xB1, 0},
     {0xB2, 0}, {0xB3, 0}, {0xB4, 0}, {0xB5, 0}, {0xB6, 0}, {0xBA, 0},
     {0xC0, 0}, {0xC1, 0}, {0xC2, 0}, {0xC3, 0}, {0xC4, 0}, {0xCA, 0},
@@ -98,24 +99,10 @@ constexpr Leaf2Entry kLeaf2[] = {
 };
 // clang-format on
 
-// Line sizes of the leaf-2 caches whose lines are not 64 bytes.
-int32_t Leaf2LineSize(uint8_t d) {
-  switch (d) {
-    case 0x0A:
-    case 0x0C:
-    case 0x41:
-    case 0x42:
-    case 0x43:
-    case 0x44:
-    case 0x45:
-    case 0x82:
-    case 0x83:
-    case 0x84:
-    case 0x85:
-      return 32;
-    default:
-      return 64;
-  }
+const Leaf2Entry* FindLeaf2(uint8_t descriptor) {
+  for (const Leaf2Entry& e : kLeaf2)
+    if (e.descriptor == descriptor) return &e;
+  return nullptr;
 }
 
 }  // namespace
@@ -231,9 +218,8 @@ LevelChoice StartUp(uint64_t mask, bool genuineIntel) {
 }
 
 int32_t Leaf2DescriptorSize(uint8_t descriptor) {
-  for (const Leaf2Entry& e : kLeaf2)
-    if (e.descriptor == descriptor) return e.size;
-  return -1;
+  const Leaf2Entry* e = FindLeaf2(descriptor);
+  return e ? e->size : -1;
 }
 
 PxlStatus QueryLargestCache(const CpuProbe& cpu, int32_t* size, int32_t* line) {
@@ -266,15 +252,15 @@ PxlStatus QueryLargestCache(const CpuProbe& cpu, int32_t* size, int32_t* line) {
       for (int b = 0; b < 4; ++b) {
         const uint8_t d = static_cast<uint8_t>(reg >> (8 * b));
         if (d == 0) continue;
-        const int32_t bytes = Leaf2DescriptorSize(d);
-        if (bytes < 0) {
+        const Leaf2Entry* e = FindLeaf2(d);
+        if (!e) {
           *size = 0;
           *line = 0;
           return pxlStsUnknownCacheSize;
         }
-        if (static_cast<uint64_t>(bytes) > best) {
-          best = static_cast<uint64_t>(bytes);
-          bestLine = Leaf2LineSize(d);
+        if (static_cast<uint64_t>(e->size) > best) {
+          best = static_cast<uint64_t>(e->size);
+          bestLine = e->line;
         }
       }
     }

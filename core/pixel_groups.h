@@ -26,13 +26,14 @@ template <int Lane>
 PXL_INLINE __m128 Splat(__m128 v) {
   return _mm_shuffle_ps(v, v, Lane * 0x55);
 }
-// Lanes 0..2 of `colour`, lane 3 of `alpha`.
-PXL_INLINE __m128 WithAlphaOf(__m128 colour, __m128 alpha) {
+// The pixel (result0, result1, result2, input3): lane 3 is restored bit for
+// bit from the input, whatever the formula computed for it.
+PXL_INLINE __m128 KeepAlpha(__m128 result, __m128 input) {
 #if PXL_LEVEL >= 1
-  return _mm_blend_ps(colour, alpha, 0x8);
+  return _mm_blend_ps(result, input, 0x8);
 #else
   const __m128 mask = _mm_castsi128_ps(_mm_setr_epi32(-1, -1, -1, 0));
-  return _mm_or_ps(_mm_and_ps(mask, colour), _mm_andnot_ps(mask, alpha));
+  return _mm_or_ps(_mm_and_ps(mask, result), _mm_andnot_ps(mask, input));
 #endif
 }
 
@@ -64,8 +65,8 @@ template <int Lane>
 PXL_INLINE __m256 Splat(__m256 v) {
   return _mm256_shuffle_ps(v, v, Lane * 0x55);
 }
-PXL_INLINE __m256 WithAlphaOf(__m256 colour, __m256 alpha) {
-  return _mm256_blend_ps(colour, alpha, 0x88);
+PXL_INLINE __m256 KeepAlpha(__m256 result, __m256 input) {
+  return _mm256_blend_ps(result, input, 0x88);
 }
 
 template <>
@@ -93,8 +94,8 @@ template <int Lane>
 PXL_INLINE __m512 Splat(__m512 v) {
   return _mm512_shuffle_ps(v, v, Lane * 0x55);
 }
-PXL_INLINE __m512 WithAlphaOf(__m512 colour, __m512 alpha) {
-  return _mm512_mask_blend_ps(0x8888, colour, alpha);
+PXL_INLINE __m512 KeepAlpha(__m512 result, __m512 input) {
+  return _mm512_mask_blend_ps(0x8888, result, input);
 }
 
 template <>
@@ -131,6 +132,10 @@ PXL_INLINE void Store(float* p, V v) {
 template <typename V>
 PXL_INLINE V Set1(float v) {
   return Traits<V>::Set1(v);
+}
+template <typename V>
+PXL_INLINE V LoadPerPixel(const float* m) {
+  return Traits<V>::LoadPerPixel(m);
 }
 template <typename V>
 PXL_INLINE V PerLane(float l0, float l1, float l2, float l3) {

@@ -14,7 +14,7 @@ void adjustSaturationAC4(float* p, int step, const float* map, int mapStep, int 
   ForRegionWithMap(p, step, map, mapStep, width, height, [](auto v, const float* m) {
     using V = decltype(v);
     const V y = LumaDot(v);
-    return KeepAlpha(Add(Mul(Sub(v, y), Traits<V>::LoadPerPixel(m)), y), v);
+    return KeepAlpha(Add(Mul(Sub(v, y), LoadPerPixel<V>(m)), y), v);
   });
 }
 
@@ -22,21 +22,21 @@ void adjustContrastAC4(float* p, int step, const float* map, int mapStep, int wi
   ForRegionWithMap(p, step, map, mapStep, width, height, [](auto v, const float* m) {
     using V = decltype(v);
     const V half = Set1<V>(0.5f);
-    return KeepAlpha(Add(Mul(Sub(v, half), Traits<V>::LoadPerPixel(m)), half), v);
+    return KeepAlpha(Add(Mul(Sub(v, half), LoadPerPixel<V>(m)), half), v);
   });
 }
 
 void adjustBrightnessAC4(float* p, int step, const float* map, int mapStep, int width, int height) {
   ForRegionWithMap(p, step, map, mapStep, width, height, [](auto v, const float* m) {
     using V = decltype(v);
-    return KeepAlpha(Mul(v, Traits<V>::LoadPerPixel(m)), v);
+    return KeepAlpha(Mul(v, LoadPerPixel<V>(m)), v);
   });
 }
 
 void adjustBrightnessC4(float* p, int step, const float* map, int mapStep, int width, int height) {
   ForRegionWithMap(p, step, map, mapStep, width, height, [](auto v, const float* m) {
     using V = decltype(v);
-    return Mul(v, Traits<V>::LoadPerPixel(m));
+    return Mul(v, LoadPerPixel<V>(m));
   });
 }
 
@@ -58,7 +58,7 @@ void adjustExposureLinMapC4(float* p, int step, const float* map, int mapStep, i
       }
       ForRow(p + 4 * x0, n, [&](auto v, int x) {
         using V = decltype(v);
-        const V t = Mul(v, Traits<V>::LoadPerPixel(gains + x));
+        const V t = Mul(v, LoadPerPixel<V>(gains + x));
         return Div(t, Add(Sub(Set1<V>(1.0f), v), t));
       });
     }

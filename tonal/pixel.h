@@ -22,13 +22,6 @@ PXL_INLINE V Clamp01(V v) {
   return Min(Max(v, Set1<V>(0.0f)), Set1<V>(1.0f));
 }
 
-// The pixel (result0, result1, result2, input3): lane 3 is restored bit for
-// bit from the input, whatever the formula computed for it.
-template <typename V>
-PXL_INLINE V KeepAlpha(V result, V input) {
-  return WithAlphaOf(result, input);
-}
-
 }  // namespace px
 PXL_LEVEL_END
 
