@@ -11,8 +11,8 @@
 
 #include <stdint.h>
 
-#define PXL_CAT_(a, b) a##b
-#define PXL_CAT(a, b) PXL_CAT_(a, b)
+#include "core/family.h"
+#include "pxl/pxl_types.h"
 
 namespace pxl {
 

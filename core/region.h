@@ -41,6 +41,24 @@ inline void RegionStartPlanes(T* const* planes, int count, int32_t step, const P
   for (int i = 0; i < count; ++i) out[i] = RegionStart(planes[i], step, roi, 1);
 }
 
+// The planes of a planar image moved to a region, for passing to a kernel:
+// get() is null when the array itself is null, and a null plane stays null
+// for a region at the origin.
+template <int N, typename T>
+struct PlaneStarts {
+  PlaneStarts(T* const* planes, int32_t step, const PxliRect& roi) : given(planes != nullptr) {
+    if (given)
+      for (int i = 0; i < N; ++i) p[i] = RegionStart(planes[i], step, roi, 1);
+  }
+  T* const* get() const { return given ? p : nullptr; }
+  T* p[N] = {};
+  bool given;
+};
+template <int N, typename T>
+inline PlaneStarts<N, T> PlanesAt(T* const* planes, int32_t step, const PxliRect& roi) {
+  return PlaneStarts<N, T>(planes, step, roi);
+}
+
 // An 8-bit mask: y * maskStep + x.
 inline const Pxl8u* MaskStart(const Pxl8u* mask, int32_t maskStep, const PxliRect& roi) {
   return RegionStart(mask, maskStep, roi, 1);

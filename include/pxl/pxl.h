@@ -8,6 +8,7 @@
 #define PXL_H
 
 #include "pxl_core.h"
+#include "pxl_primitives.h"
 #include "pxl_tonal.h"
 #include "pxl_types.h"
 
