@@ -240,8 +240,9 @@ void RunMasked(PxlStatus (*fn)(const T*, int, T*, int, PxliRect, const Pxl8u*, i
 #define PXL_TEST_CopyMasked(T, L) RunMasked<Pxl##T, PXL_CH_##L, PXL_NV_##L>
 
 const MemberCase kCopyCases[] = {
-#include "primitives/copy.def"
 #include "support/member_cases.h"
+// the rows, as cases
+#include "primitives/copy.def"
 };
 
 class CopyMember : public testing::TestWithParam<MemberCase> {};
