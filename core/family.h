@@ -53,18 +53,21 @@
 #define PXL_NV_P3 3
 #define PXL_NV_P4 4
 
-// Parameter groups of the public signatures.
-#define PXL_SRC(T) const Pxl##T *pSrc, int srcStep
-#define PXL_DST(T) Pxl##T *pDst, int dstStep
-#define PXL_SRCDST(T) Pxl##T *pSrcDst, int srcDstStep
-#define PXL_SRC_PLANES(T, P) const Pxl##T *const pSrc[PXL_CH_##P], int srcStep
-#define PXL_DST_PLANES(T, P) Pxl##T *const pDst[PXL_CH_##P], int dstStep
-#define PXL_MASK const Pxl8u *pMask, int maskStep
+// Parameter groups of the public signatures.  (The header generator writes
+// pointers as `T* p` whatever the spacing here.)
+// clang-format off
+#define PXL_SRC(T) const Pxl##T* pSrc, int srcStep
+#define PXL_DST(T) Pxl##T* pDst, int dstStep
+#define PXL_SRCDST(T) Pxl##T* pSrcDst, int srcDstStep
+#define PXL_SRC_PLANES(T, P) const Pxl##T* const pSrc[PXL_CH_##P], int srcStep
+#define PXL_DST_PLANES(T, P) Pxl##T* const pDst[PXL_CH_##P], int dstStep
+#define PXL_MASK const Pxl8u* pMask, int maskStep
 
 // The same groups in kernels.
-#define PXL_KSRC_PLANES(T) const Pxl##T *const *pSrc, int srcStep
-#define PXL_KDST_PLANES(T) Pxl##T *const *pDst, int dstStep
+#define PXL_KSRC_PLANES(T) const Pxl##T* const* pSrc, int srcStep
+#define PXL_KDST_PLANES(T) Pxl##T* const* pDst, int dstStep
 #define PXL_KSIZE int width, int height
+// clang-format on
 
 // In an export: an image moved to the region, for layout L.
 #define PXL_AT(p, step, L) ::pxl::RegionStart(p, step, roi, PXL_CH_##L)

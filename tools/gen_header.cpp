@@ -65,8 +65,22 @@ void Wrap(std::ostringstream& out, const std::string& text, const std::string& p
   if (!line.empty()) out << prefix << line << "\n";
 }
 
+// Pointers written as `T* p` and `T* const p`, however the macros spaced them.
+std::string Canonical(const std::string& text) {
+  std::string s;
+  for (size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == ' ' && i + 1 < text.size() && text[i + 1] == '*') continue;
+    s += text[i];
+    if (text[i] == '*' && i + 1 < text.size() && text[i + 1] != ' ' && text[i + 1] != '*' &&
+        text[i + 1] != ',' && text[i + 1] != ')')
+      s += ' ';
+  }
+  return s;
+}
+
 // One declaration, its parameters wrapped under the opening parenthesis.
-void Declare(std::ostringstream& out, const std::string& name, const std::string& params) {
+void Declare(std::ostringstream& out, const std::string& name, const std::string& rawParams) {
+  const std::string params = Canonical(rawParams);
   const std::string head = "PXL_API PxlStatus " + name + "(";
   std::vector<std::string> parts;
   const std::string inner = params.substr(1, params.size() - 2);  // drop the parentheses
