@@ -50,29 +50,100 @@ PxlStatus CopyStrided(const T* src, int srcStep, T* dst, int dstStep, int width,
 }
 
 #if PXL_LEVEL >= 1
-// 16 pixels of three bytes into three planes of 16 bytes.
-PXL_INLINE void SplitBytes3x16(const uint8_t* s, uint8_t* p0, uint8_t* p1, uint8_t* p2) {
-  const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s));
-  const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + 16));
-  const __m128i c = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + 32));
-  // Channel k of pixel i sits at byte 3i + k of the 48; each plane gathers
-  // its bytes from the three vectors (-1 leaves a byte 0) and ors them.
-  const __m128i a0 = _mm_setr_epi8(0, 3, 6, 9, 12, 15, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1);
-  const __m128i b0 = _mm_setr_epi8(-1, -1, -1, -1, -1, -1, 2, 5, 8, 11, 14, -1, -1, -1, -1, -1);
-  const __m128i c0 = _mm_setr_epi8(-1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, 1, 4, 7, 10, 13);
-  const __m128i a1 = _mm_setr_epi8(1, 4, 7, 10, 13, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1);
-  const __m128i b1 = _mm_setr_epi8(-1, -1, -1, -1, -1, 0, 3, 6, 9, 12, 15, -1, -1, -1, -1, -1);
-  const __m128i c1 = _mm_setr_epi8(-1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, 2, 5, 8, 11, 14);
-  const __m128i a2 = _mm_setr_epi8(2, 5, 8, 11, 14, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1);
-  const __m128i b2 = _mm_setr_epi8(-1, -1, -1, -1, -1, 1, 4, 7, 10, 13, -1, -1, -1, -1, -1, -1);
-  const __m128i c2 = _mm_setr_epi8(-1, -1, -1, -1, -1, -1, -1, -1, -1, -1, 0, 3, 6, 9, 12, 15);
-  const auto gather = [&](__m128i ma, __m128i mb, __m128i mc) {
-    return _mm_or_si128(_mm_or_si128(_mm_shuffle_epi8(a, ma), _mm_shuffle_epi8(b, mb)),
-                        _mm_shuffle_epi8(c, mc));
-  };
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(p0), gather(a0, b0, c0));
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(p1), gather(a1, b1, c1));
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(p2), gather(a2, b2, c2));
+// Splitting 16 three-byte pixels (48 bytes in the vectors v0, v1, v2) into
+// three planes.  Byte p of v0, v1 and v2 holds channel p % 3, (p + 1) % 3 and
+// (p + 2) % 3 of some pixel, so for each channel the three vectors hold its
+// 16 bytes at 16 distinct positions: two blends gather them into one vector
+// and one shuffle puts them in pixel order.  kSplitFrom[k][j] selects, for
+// channel k, the bytes that come from v(j + 1); kSplitOrder[k] orders them.
+constexpr int8_t SplitFrom(int k, int j, int p) { return (p + j + 1) % 3 == k ? -1 : 0; }
+alignas(16) constexpr int8_t kSplitFrom[3][2][16] = {
+#define PXL_ROW16(k, j)                                                                    \
+  {                                                                                        \
+    SplitFrom(k, j, 0), SplitFrom(k, j, 1), SplitFrom(k, j, 2), SplitFrom(k, j, 3),        \
+        SplitFrom(k, j, 4), SplitFrom(k, j, 5), SplitFrom(k, j, 6), SplitFrom(k, j, 7),    \
+        SplitFrom(k, j, 8), SplitFrom(k, j, 9), SplitFrom(k, j, 10), SplitFrom(k, j, 11),  \
+        SplitFrom(k, j, 12), SplitFrom(k, j, 13), SplitFrom(k, j, 14), SplitFrom(k, j, 15) \
+  }
+    {PXL_ROW16(0, 0), PXL_ROW16(0, 1)},
+    {PXL_ROW16(1, 0), PXL_ROW16(1, 1)},
+    {PXL_ROW16(2, 0), PXL_ROW16(2, 1)},
+#undef PXL_ROW16
+};
+// Pixel i's channel k is byte 3i + k of the 48, so position (3i + k) % 16.
+alignas(16) constexpr int8_t kSplitOrder[3][16] = {
+    {0, 3, 6, 9, 12, 15, 2, 5, 8, 11, 14, 1, 4, 7, 10, 13},
+    {1, 4, 7, 10, 13, 0, 3, 6, 9, 12, 15, 2, 5, 8, 11, 14},
+    {2, 5, 8, 11, 14, 1, 4, 7, 10, 13, 0, 3, 6, 9, 12, 15}};
+
+template <typename V>
+PXL_INLINE V SplitMask(const int8_t* m);
+template <>
+PXL_INLINE __m128i SplitMask<__m128i>(const int8_t* m) {
+  return _mm_load_si128(reinterpret_cast<const __m128i*>(m));
+}
+PXL_INLINE __m128i Blend(__m128i a, __m128i b, __m128i m) { return _mm_blendv_epi8(a, b, m); }
+PXL_INLINE __m128i Shuffle(__m128i a, __m128i m) { return _mm_shuffle_epi8(a, m); }
+PXL_INLINE void Store(uint8_t* p, __m128i v) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v); }
+#if PXL_LEVEL >= 4
+template <>
+PXL_INLINE __m256i SplitMask<__m256i>(const int8_t* m) {
+  return _mm256_broadcastsi128_si256(_mm_load_si128(reinterpret_cast<const __m128i*>(m)));
+}
+PXL_INLINE __m256i Blend(__m256i a, __m256i b, __m256i m) { return _mm256_blendv_epi8(a, b, m); }
+PXL_INLINE __m256i Shuffle(__m256i a, __m256i m) { return _mm256_shuffle_epi8(a, m); }
+PXL_INLINE void Store(uint8_t* p, __m256i v) {
+  _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), v);
+}
+#endif
+
+#if PXL_LEVEL >= 5
+template <>
+PXL_INLINE __m512i SplitMask<__m512i>(const int8_t* m) {
+  return _mm512_broadcast_i32x4(_mm_load_si128(reinterpret_cast<const __m128i*>(m)));
+}
+PXL_INLINE __m512i Blend(__m512i a, __m512i b, __m512i m) {
+  return _mm512_mask_blend_epi8(_mm512_movepi8_mask(m), a, b);
+}
+PXL_INLINE __m512i Shuffle(__m512i a, __m512i m) { return _mm512_shuffle_epi8(a, m); }
+PXL_INLINE void Store(uint8_t* p, __m512i v) { _mm512_storeu_si512(p, v); }
+#endif
+
+// The 48 bytes at s as three vectors; in wider vectors, lane L holds the 48
+// bytes that follow lane L - 1's, so that each lane splits 16 pixels of its
+// own and the planes come out in pixel order.
+PXL_INLINE void Load3(const uint8_t* s, __m128i* v) {
+  for (int j = 0; j < 3; ++j) v[j] = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + 16 * j));
+}
+#if PXL_LEVEL >= 4
+PXL_INLINE void Load3(const uint8_t* s, __m256i* v) {
+  for (int j = 0; j < 3; ++j)
+    v[j] = _mm256_inserti128_si256(
+        _mm256_castsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(s + 16 * j))),
+        _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + 48 + 16 * j)), 1);
+}
+#endif
+
+#if PXL_LEVEL >= 5
+PXL_INLINE void Load3(const uint8_t* s, __m512i* v) {
+  __m256i half[2][3];
+  Load3(s, half[0]);
+  Load3(s + 96, half[1]);
+  for (int j = 0; j < 3; ++j)
+    v[j] = _mm512_inserti64x4(_mm512_castsi256_si512(half[0][j]), half[1][j], 1);
+}
+#endif
+
+// sizeof(V) pixels of three bytes at s into the planes at p[k] + x.
+template <typename V>
+PXL_INLINE void SplitBytes3(const uint8_t* s, uint8_t* const* p, int x) {
+  V v[3];
+  Load3(s, v);
+  for (int k = 0; k < 3; ++k) {
+    const V t = Blend(Blend(v[0], v[1], SplitMask<V>(kSplitFrom[k][0])), v[2],
+                      SplitMask<V>(kSplitFrom[k][1]));
+    Store(p[k] + x, Shuffle(t, SplitMask<V>(kSplitOrder[k])));
+  }
 }
 #endif
 
@@ -88,9 +159,15 @@ PXL_NOINLINE void ToPlanesRows(const T* src, int srcStep, T* const* planes, int 
 #if PXL_LEVEL >= 1
     if constexpr (sizeof(T) == 1 && SC == 3 && NP == 3) {
       const uint8_t* sb = reinterpret_cast<const uint8_t*>(s);
-      for (; x + 16 <= width; x += 16)
-        SplitBytes3x16(sb + 3 * x, reinterpret_cast<uint8_t*>(p[0]) + x,
-                       reinterpret_cast<uint8_t*>(p[1]) + x, reinterpret_cast<uint8_t*>(p[2]) + x);
+      uint8_t* pb[3] = {reinterpret_cast<uint8_t*>(p[0]), reinterpret_cast<uint8_t*>(p[1]),
+                        reinterpret_cast<uint8_t*>(p[2])};
+#if PXL_LEVEL >= 5
+      for (; x + 64 <= width; x += 64) SplitBytes3<__m512i>(sb + 3 * x, pb, x);
+#endif
+#if PXL_LEVEL >= 4
+      for (; x + 32 <= width; x += 32) SplitBytes3<__m256i>(sb + 3 * x, pb, x);
+#endif
+      for (; x + 16 <= width; x += 16) SplitBytes3<__m128i>(sb + 3 * x, pb, x);
     }
 #endif
     for (; x < width; ++x)
