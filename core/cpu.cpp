@@ -4,6 +4,7 @@
 #include <cpuid.h>
 
 #include "core/dispatch.h"
+#include "core/streaming.h"
 #include "pxl/pxl_core.h"
 
 namespace pxl {
@@ -289,6 +290,12 @@ PxlStatus LargestCacheSize(int32_t* size) {
   return st;
 }
 
+bool StreamLargeFill(int64_t pixels) {
+  if (pixels <= 0x80000) return false;
+  int32_t size = 0;
+  return LargestCacheSize(&size) == pxlStsNoErr && size <= pixels;
+}
+
 uint64_t EnabledFeatures() { return Load(&g_enabledMask); }
 
 void LazyInit() { (void)Init(); }
@@ -296,6 +303,12 @@ void LazyInit() { (void)Init(); }
 namespace test {
 
 int MaxSupportedLevel() { return SelectLevel(HostFeatures()).level; }
+
+void SetLargestCacheAnswer(PxlStatus status, int32_t size) {
+  Store(&g_cacheSize, size);
+  Store(&g_cacheLine, int32_t{64});
+  Store(&g_cacheStatus, status, __ATOMIC_RELEASE);
+}
 
 int32_t ForceLevel(int32_t level) {
   const int32_t previous = JumpIndex();

@@ -70,6 +70,9 @@ uint64_t EnabledFeatures();
 namespace test {
 // The highest level this machine can run.
 int MaxSupportedLevel();
+// Replaces the cached answer of the largest-cache query; status 1 makes the
+// next query ask the processor again.
+void SetLargestCacheAnswer(PxlStatus status, int32_t size);
 // Stores a level in the jump index, which every stub then uses; returns the
 // previous value.  -1 sends the next kernel call through the lazy start-up.
 int32_t ForceLevel(int32_t level);

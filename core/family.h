@@ -38,6 +38,16 @@
 #define PXL_STR_(...) #__VA_ARGS__
 #define PXL_XSTR(...) PXL_STR_(__VA_ARGS__)
 
+// Bytes an element of each element type.
+#define PXL_BYTES_8u 1
+#define PXL_BYTES_8s 1
+#define PXL_BYTES_16u 2
+#define PXL_BYTES_16s 2
+#define PXL_BYTES_32u 4
+#define PXL_BYTES_32s 4
+#define PXL_BYTES_32f 4
+#define PXL_BYTES_64f 8
+
 // Elements a pixel of an interleaved layout, or planes of a planar one.
 #define PXL_CH_C1 1
 #define PXL_CH_C3 3
