@@ -5,10 +5,10 @@
 #define PXL_BENCH_PEERS_H
 
 #include <benchmark/benchmark.h>
-#include <opencv2/core.hpp>
 
 #include <cstdint>
 #include <cstring>
+#include <opencv2/core.hpp>
 #include <vector>
 
 #include "pxl/pxl.h"
