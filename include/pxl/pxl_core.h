@@ -68,6 +68,51 @@ PXL_API PxlStatus SetNumThreads(int numThreads);
 PXL_API PxlStatus GetNumThreads(int* pNumThreads);
 
 /*
+ * Format codes of Malloc: layout * 7 + type + 1 over the layouts C1, C2, C3,
+ * C4, AC4 and the element types 8u, 16u, 16s, 32s, 32f, 32sc, 32fc (32sc and
+ * 32fc are complex pairs of 32-bit integers and floats).  The pixel size in
+ * bytes follows each name; AC4 takes the same space as C4, and codes of equal
+ * pixel size allocate alike.
+ */
+enum {
+  PXL_FMT_8U_C1 = 1,     /* 1 byte a pixel */
+  PXL_FMT_16U_C1 = 2,    /* 2 */
+  PXL_FMT_16S_C1 = 3,    /* 2 */
+  PXL_FMT_32S_C1 = 4,    /* 4 */
+  PXL_FMT_32F_C1 = 5,    /* 4: a float map */
+  PXL_FMT_32SC_C1 = 6,   /* 8 */
+  PXL_FMT_32FC_C1 = 7,   /* 8 */
+  PXL_FMT_8U_C2 = 8,     /* 2 */
+  PXL_FMT_16U_C2 = 9,    /* 4 */
+  PXL_FMT_16S_C2 = 10,   /* 4 */
+  PXL_FMT_32S_C2 = 11,   /* 8 */
+  PXL_FMT_32F_C2 = 12,   /* 8 */
+  PXL_FMT_32SC_C2 = 13,  /* 16 */
+  PXL_FMT_32FC_C2 = 14,  /* 16 */
+  PXL_FMT_8U_C3 = 15,    /* 3 */
+  PXL_FMT_16U_C3 = 16,   /* 6 */
+  PXL_FMT_16S_C3 = 17,   /* 6 */
+  PXL_FMT_32S_C3 = 18,   /* 12 */
+  PXL_FMT_32F_C3 = 19,   /* 12 */
+  PXL_FMT_32SC_C3 = 20,  /* 24 */
+  PXL_FMT_32FC_C3 = 21,  /* 24 */
+  PXL_FMT_8U_C4 = 22,    /* 4 */
+  PXL_FMT_16U_C4 = 23,   /* 8 */
+  PXL_FMT_16S_C4 = 24,   /* 8 */
+  PXL_FMT_32S_C4 = 25,   /* 16 */
+  PXL_FMT_32F_C4 = 26,   /* 16: a float RGBA image */
+  PXL_FMT_32SC_C4 = 27,  /* 32 */
+  PXL_FMT_32FC_C4 = 28,  /* 32 */
+  PXL_FMT_8U_AC4 = 29,   /* 4 */
+  PXL_FMT_16U_AC4 = 30,  /* 8 */
+  PXL_FMT_16S_AC4 = 31,  /* 8 */
+  PXL_FMT_32S_AC4 = 32,  /* 16 */
+  PXL_FMT_32F_AC4 = 33,  /* 16 */
+  PXL_FMT_32SC_AC4 = 34, /* 32 */
+  PXL_FMT_32FC_AC4 = 35  /* 32 */
+};
+
+/*
  * Allocates an image of width x height pixels whose rows start on 64-byte
  * boundaries; the row step (a multiple of 64) is written to *pStepBytes.
  * format = layout * 7 + type + 1, layouts C1, C2, C3, C4, AC4 (0..4) and
@@ -79,7 +124,7 @@ PXL_API PxlStatus GetNumThreads(int* pNumThreads);
  */
 PXL_API void* Malloc(int width, int height, int format, int* pStepBytes);
 
-/* Malloc with format 1: a one-channel 8-bit image. */
+/* Malloc with PXL_FMT_8U_C1: a one-channel 8-bit image. */
 PXL_API Pxl8u* Malloc_8u_C1(int width, int height, int* pStepBytes);
 
 /* Releases what Malloc or Malloc_8u_C1 returned; null does nothing. */
