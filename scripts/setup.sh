@@ -4,7 +4,7 @@
 # C++17 compiler and its standard library.
 set -euo pipefail
 
-packages=(g++ cmake ninja-build binutils libgtest-dev libbenchmark-dev libpng-dev pkg-config)
+packages=(g++ cmake ninja-build binutils libgtest-dev libbenchmark-dev libpng-dev libjpeg-dev pkg-config)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
