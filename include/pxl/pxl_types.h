@@ -199,7 +199,7 @@ enum {
   pxlStsDivByZeroErr = -10,              /**< Division by a zero constant. */
   pxlStsOutOfRangeErr = -11,             /**< An argument out of range, or a point outside the image. */
   pxlStsScaleRangeErr = -12,             /**< Scale bounds out of range. */
-  pxlStsContextMatchErr = -13,           /**< A specification record of another operation. */
+  pxlStsContextMatchErr = -13,           /**< A context record made for another operation. */
   pxlStsNotSupportedModeErr = -14,       /**< A mode that is not supported. */
   pxlStsStepErr = -16,                   /**< A step the export cannot work with. */
   pxlStsThresholdErr = -19,              /**< Invalid threshold bounds. */
