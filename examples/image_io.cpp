@@ -114,8 +114,8 @@ bool ReadJpeg(const std::string& path, Rgba8Image* image, std::string* error) {
   return true;
 }
 
-bool EncodeJpeg(std::FILE* file, int width, int height, int channels,
-                const std::uint8_t* pixels, int quality, std::string* error) {
+bool EncodeJpeg(std::FILE* file, int width, int height, int channels, const std::uint8_t* pixels,
+                int quality, std::string* error) {
   jpeg_compress_struct info;
   JpegError err;
   info.err = jpeg_std_error(&err.manager);
@@ -163,8 +163,8 @@ void PngIgnoreWarning(png_structp, png_const_charp) {}
 bool EncodePng(std::FILE* file, int width, int height, int channels, const std::uint8_t* pixels,
                std::string* error) {
   PngError err;
-  png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, &err, PngErrorExit,
-                                            PngIgnoreWarning);
+  png_structp png =
+      png_create_write_struct(PNG_LIBPNG_VER_STRING, &err, PngErrorExit, PngIgnoreWarning);
   if (!png) {
     *error = "out of memory";
     return false;

@@ -48,8 +48,8 @@ const std::vector<Entry>& Entries() {
        "A gentler lift than the aligned case, and saturated colours clip sooner.",
        [](Job& j) {
          Image shifted = j.Input().CloneWithOffset(4);
-         GALLERY_CALL(j, AdjustExposureLin_32f_C4IR, shifted.f32(), shifted.step(),
-                      shifted.whole(), 0.7f);
+         GALLERY_CALL(j, AdjustExposureLin_32f_C4IR, shifted.f32(), shifted.step(), shifted.whole(),
+                      0.7f);
          j.Output().CopyPixelsFrom(shifted);
        }},
       {"Basic adjustments", "Contrast", "map 1.4 everywhere",
@@ -68,8 +68,8 @@ const std::vector<Entry>& Entries() {
        [](Job& j) {
          const Image map = j.HorizontalRamp(0.0f, 2.0f);
          Image& out = j.Output();
-         GALLERY_CALL(j, AdjustSaturation_32f_AC4IR, out.f32(), out.step(), out.whole(),
-                      map.f32(), map.step());
+         GALLERY_CALL(j, AdjustSaturation_32f_AC4IR, out.f32(), out.step(), out.whole(), map.f32(),
+                      map.step());
        }},
       {"Basic adjustments", "Brightness, alpha kept",
        "map 1.0 in the centre falling to 0.45 at the corners (a vignette)",
@@ -77,8 +77,8 @@ const std::vector<Entry>& Entries() {
        [](Job& j) {
          const Image map = j.RadialFalloff(1.0f, 0.45f);
          Image& out = j.Output();
-         GALLERY_CALL(j, AdjustBrightness_32f_AC4IR, out.f32(), out.step(), out.whole(),
-                      map.f32(), map.step());
+         GALLERY_CALL(j, AdjustBrightness_32f_AC4IR, out.f32(), out.step(), out.whole(), map.f32(),
+                      map.step());
        }},
       {"Basic adjustments", "Brightness on all four lanes",
        "the same vignette map, applied to alpha as well",
@@ -87,8 +87,8 @@ const std::vector<Entry>& Entries() {
        [](Job& j) {
          const Image map = j.RadialFalloff(1.0f, 0.45f);
          Image& out = j.Output();
-         GALLERY_CALL(j, AdjustBrightness_32f_C4IR, out.f32(), out.step(), out.whole(),
-                      map.f32(), map.step());
+         GALLERY_CALL(j, AdjustBrightness_32f_C4IR, out.f32(), out.step(), out.whole(), map.f32(),
+                      map.step());
        }},
       {"Basic adjustments", "Four adjustments in a row",
        "exposure +0.3 plus a map from +0.4 (centre) to -0.4 (corners), bounds -2 .. 2; "

@@ -56,8 +56,7 @@ std::uint8_t ToByte(float v) { return static_cast<std::uint8_t>(v * 255.0f + 0.5
 
 }  // namespace
 
-Image Image::Allocate(int width, int height, int channels, Element element,
-                      int startOffsetBytes) {
+Image Image::Allocate(int width, int height, int channels, Element element, int startOffsetBytes) {
   Image image;
   image.width_ = width;
   image.height_ = height;
@@ -112,7 +111,8 @@ Image RadialFalloff(int width, int height, float centre, float corners) {
 Image FromRgba8(const pxl_examples::Rgba8Image& picture) {
   Image image = Image::Allocate(picture.width, picture.height, 4, Element::k32f);
   for (int y = 0; y < picture.height; ++y) {
-    const std::uint8_t* in = picture.pixels.data() + static_cast<std::size_t>(y) * picture.width * 4;
+    const std::uint8_t* in =
+        picture.pixels.data() + static_cast<std::size_t>(y) * picture.width * 4;
     Pxl32f* out = image.RowF(y);
     for (int i = 0; i < picture.width * 4; ++i) out[i] = in[i] * (1.0f / 255.0f);
   }

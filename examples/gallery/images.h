@@ -94,8 +94,8 @@ Picture ToPicture(const Image& image, int maxSide);
 
 // What a reader cannot see in an 8-bit picture: the float values themselves.
 struct Summary {
-  double meanLuma = 0;       // 0.299 R + 0.587 G + 0.114 B, colour images only
-  double outsideRange = 0;   // fraction of colour values below 0 or above 1 (or NaN)
+  double meanLuma = 0;               // 0.299 R + 0.587 G + 0.114 B, colour images only
+  double outsideRange = 0;           // fraction of colour values below 0 or above 1 (or NaN)
   float alphaMin = 1, alphaMax = 1;  // four-channel images only
 };
 Summary Summarise(const Image& image);

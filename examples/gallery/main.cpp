@@ -297,8 +297,8 @@ int Run(const Options& options) {
   for (const Input& in : inputs) {
     const std::string before = "img/" + in.slug + "/before.png";
     if (!WritePicture(in.image, options.maxSide, outDir / before)) return 1;
-    page.inputs.push_back({in.name, in.origin, in.image.width(), in.image.height(), before,
-                           Summarise(in.image)});
+    page.inputs.push_back(
+        {in.name, in.origin, in.image.width(), in.image.height(), before, Summarise(in.image)});
   }
 
   bool allOk = true;

@@ -120,7 +120,8 @@ std::string RenderPage(const PageData& page) {
        << "<title>pxl gallery</title>\n<style>" << kStyle << "</style>\n</head>\n<body>\n";
 
   html << "<h1>pxl gallery</h1>\n";
-  for (const std::string& line : page.about) html << "<p class=\"about\">" << HtmlEscape(line) << "</p>\n";
+  for (const std::string& line : page.about)
+    html << "<p class=\"about\">" << HtmlEscape(line) << "</p>\n";
   html << "<p>Every photo algorithm of the library on every picture, before on the left and "
           "after on the right; a click opens a picture at full size. Times are the median of "
        << page.repeat << " run" << (page.repeat == 1 ? "" : "s")
@@ -132,8 +133,8 @@ std::string RenderPage(const PageData& page) {
   // -- the pictures --------------------------------------------------------
   html << "<h2>Pictures</h2>\n<table>\n<tr><th>picture</th><th>size</th><th>from</th></tr>\n";
   for (const PageInput& in : page.inputs)
-    html << "<tr><td>" << HtmlEscape(in.name) << "</td><td class=\"num\">" << in.width << " &times; "
-         << in.height << "</td><td>" << HtmlEscape(in.origin) << "</td></tr>\n";
+    html << "<tr><td>" << HtmlEscape(in.name) << "</td><td class=\"num\">" << in.width
+         << " &times; " << in.height << "</td><td>" << HtmlEscape(in.origin) << "</td></tr>\n";
   html << "</table>\n";
 
   // -- times at a glance ----------------------------------------------------
@@ -193,8 +194,8 @@ std::string RenderPage(const PageData& page) {
       html << "<div class=\"facts\">\n";
       const double pixels = static_cast<double>(in.width) * in.height;
       for (const TimedCall& call : cell.calls) {
-        html << "<p><code>" << HtmlEscape(call.exportName) << "</code><br>" << FormatTime(call.seconds)
-             << ", " << FormatRate(pixels, call.seconds);
+        html << "<p><code>" << HtmlEscape(call.exportName) << "</code><br>"
+             << FormatTime(call.seconds) << ", " << FormatRate(pixels, call.seconds);
         if (call.status != pxlStsNoErr)
           html << "<br><span class=\"" << (call.status < 0 ? "error" : "warning") << "\">status "
                << call.status << " (" << StatusName(call.status) << ")</span>";

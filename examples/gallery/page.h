@@ -27,7 +27,7 @@ struct TimedCall {
 
 // One entry on one input.
 struct PageCell {
-  std::string after;  // picture path, relative to the page
+  std::string after;          // picture path, relative to the page
   int width = 0, height = 0;  // of the output image, before any reduction for the page
   std::vector<TimedCall> calls;
   Summary summary;

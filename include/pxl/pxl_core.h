@@ -28,39 +28,39 @@ extern "C" {
  * @brief Bits of the mask that GetCpuFeatures() writes.
  * @{
  */
-#define PXL_CPU_MMX 0x1ULL                 /**< MMX. */
-#define PXL_CPU_SSE 0x2ULL                 /**< SSE. */
-#define PXL_CPU_SSE2 0x4ULL                /**< SSE2. */
-#define PXL_CPU_SSE3 0x8ULL                /**< SSE3. */
-#define PXL_CPU_SSSE3 0x10ULL              /**< SSSE3. */
-#define PXL_CPU_MOVBE 0x20ULL              /**< MOVBE. */
-#define PXL_CPU_SSE41 0x40ULL              /**< SSE4.1. */
-#define PXL_CPU_SSE42 0x80ULL              /**< SSE4.2. */
-#define PXL_CPU_AVX 0x100ULL               /**< AVX. */
-#define PXL_CPU_AVX_OS 0x200ULL            /**< The operating system saves the AVX state. */
-#define PXL_CPU_AES 0x400ULL               /**< AES. */
-#define PXL_CPU_CLMUL 0x800ULL             /**< Carry-less multiplication. */
-#define PXL_CPU_RDRAND 0x2000ULL           /**< RDRAND. */
-#define PXL_CPU_F16C 0x4000ULL             /**< Half-float conversion. */
-#define PXL_CPU_AVX2 0x8000ULL             /**< AVX2 with FMA, BMI1 and BMI2. */
-#define PXL_CPU_ADX 0x10000ULL             /**< ADX. */
-#define PXL_CPU_RDSEED 0x20000ULL          /**< RDSEED. */
-#define PXL_CPU_PREFETCHW 0x40000ULL       /**< PREFETCHW. */
-#define PXL_CPU_SHA 0x80000ULL             /**< SHA. */
-#define PXL_CPU_AVX512F 0x100000ULL        /**< AVX-512 foundation. */
-#define PXL_CPU_AVX512CD 0x200000ULL       /**< AVX-512 conflict detection. */
-#define PXL_CPU_AVX512ER 0x400000ULL       /**< AVX-512 exponential and reciprocal. */
-#define PXL_CPU_AVX512PF 0x800000ULL       /**< AVX-512 prefetch. */
-#define PXL_CPU_AVX512BW 0x1000000ULL      /**< AVX-512 bytes and words. */
-#define PXL_CPU_AVX512DQ 0x2000000ULL      /**< AVX-512 doublewords and quadwords. */
-#define PXL_CPU_AVX512VL 0x4000000ULL      /**< AVX-512 vector lengths. */
-#define PXL_CPU_AVX512VBMI 0x8000000ULL    /**< AVX-512 byte permutes. */
-#define PXL_CPU_MPX 0x10000000ULL          /**< Memory protection extensions. */
-#define PXL_CPU_AVX5124FMAPS 0x20000000ULL /**< AVX-512 four-iteration FMA. */
-#define PXL_CPU_AVX5124VNNIW 0x40000000ULL /**< AVX-512 four-iteration word dot products. */
-#define PXL_CPU_MODEL_TEST 0x80000000ULL   /**< Processor family 0xB, model 1 (cpuid leaf 1). */
-#define PXL_CPU_AVX512IFMA 0x100000000ULL  /**< AVX-512 integer FMA. */
-#define PXL_CPU_AVX512_OS 0x200000000ULL   /**< The operating system saves the AVX-512 state. */
+#define PXL_CPU_MMX 0x1ULL                   /**< MMX. */
+#define PXL_CPU_SSE 0x2ULL                   /**< SSE. */
+#define PXL_CPU_SSE2 0x4ULL                  /**< SSE2. */
+#define PXL_CPU_SSE3 0x8ULL                  /**< SSE3. */
+#define PXL_CPU_SSSE3 0x10ULL                /**< SSSE3. */
+#define PXL_CPU_MOVBE 0x20ULL                /**< MOVBE. */
+#define PXL_CPU_SSE41 0x40ULL                /**< SSE4.1. */
+#define PXL_CPU_SSE42 0x80ULL                /**< SSE4.2. */
+#define PXL_CPU_AVX 0x100ULL                 /**< AVX. */
+#define PXL_CPU_AVX_OS 0x200ULL              /**< The operating system saves the AVX state. */
+#define PXL_CPU_AES 0x400ULL                 /**< AES. */
+#define PXL_CPU_CLMUL 0x800ULL               /**< Carry-less multiplication. */
+#define PXL_CPU_RDRAND 0x2000ULL             /**< RDRAND. */
+#define PXL_CPU_F16C 0x4000ULL               /**< Half-float conversion. */
+#define PXL_CPU_AVX2 0x8000ULL               /**< AVX2 with FMA, BMI1 and BMI2. */
+#define PXL_CPU_ADX 0x10000ULL               /**< ADX. */
+#define PXL_CPU_RDSEED 0x20000ULL            /**< RDSEED. */
+#define PXL_CPU_PREFETCHW 0x40000ULL         /**< PREFETCHW. */
+#define PXL_CPU_SHA 0x80000ULL               /**< SHA. */
+#define PXL_CPU_AVX512F 0x100000ULL          /**< AVX-512 foundation. */
+#define PXL_CPU_AVX512CD 0x200000ULL         /**< AVX-512 conflict detection. */
+#define PXL_CPU_AVX512ER 0x400000ULL         /**< AVX-512 exponential and reciprocal. */
+#define PXL_CPU_AVX512PF 0x800000ULL         /**< AVX-512 prefetch. */
+#define PXL_CPU_AVX512BW 0x1000000ULL        /**< AVX-512 bytes and words. */
+#define PXL_CPU_AVX512DQ 0x2000000ULL        /**< AVX-512 doublewords and quadwords. */
+#define PXL_CPU_AVX512VL 0x4000000ULL        /**< AVX-512 vector lengths. */
+#define PXL_CPU_AVX512VBMI 0x8000000ULL      /**< AVX-512 byte permutes. */
+#define PXL_CPU_MPX 0x10000000ULL            /**< Memory protection extensions. */
+#define PXL_CPU_AVX5124FMAPS 0x20000000ULL   /**< AVX-512 four-iteration FMA. */
+#define PXL_CPU_AVX5124VNNIW 0x40000000ULL   /**< AVX-512 four-iteration word dot products. */
+#define PXL_CPU_MODEL_TEST 0x80000000ULL     /**< Processor family 0xB, model 1 (cpuid leaf 1). */
+#define PXL_CPU_AVX512IFMA 0x100000000ULL    /**< AVX-512 integer FMA. */
+#define PXL_CPU_AVX512_OS 0x200000000ULL     /**< The operating system saves the AVX-512 state. */
 #define PXL_CPU_AVX512VPOPCNT 0x400000000ULL /**< AVX-512 population count. */
 #define PXL_CPU_AVX512BITALG 0x800000000ULL  /**< AVX-512 bit algorithms. */
 /** @} */

@@ -33,6 +33,7 @@ TEST(ImageMemory, StepsRoundRowsUpTo64Bytes) {
 
 TEST(ImageMemory, NamedFormatCodesHaveTheirPixelSizes) {
   // 64 pixels a row: the step is exactly 64 times the pixel size.
+  // clang-format off
   const std::pair<int, int> kNamed[] = {
       {PXL_FMT_8U_C1, 1},     {PXL_FMT_16U_C1, 2},    {PXL_FMT_16S_C1, 2},
       {PXL_FMT_32S_C1, 4},    {PXL_FMT_32F_C1, 4},    {PXL_FMT_32SC_C1, 8},
@@ -47,6 +48,7 @@ TEST(ImageMemory, NamedFormatCodesHaveTheirPixelSizes) {
       {PXL_FMT_16S_AC4, 8},   {PXL_FMT_32S_AC4, 16},  {PXL_FMT_32F_AC4, 16},
       {PXL_FMT_32SC_AC4, 32}, {PXL_FMT_32FC_AC4, 32},
   };
+  // clang-format on
   int code = 0;
   for (auto [format, bytes] : kNamed) {
     EXPECT_EQ(++code, format) << "the names run through 1..35 in order";

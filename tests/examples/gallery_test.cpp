@@ -1,6 +1,8 @@
 // The gallery's own parts: its entries run and change the picture, the two
 // uniform-exposure entries really do land on different curves, and pictures
 // for the page are reduced, clamped and keep their transparency.
+#include "gallery/gallery.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -10,7 +12,6 @@
 #include <set>
 #include <string>
 
-#include "gallery/gallery.h"
 #include "gallery/images.h"
 #include "gallery/landscape.h"
 
@@ -64,7 +65,8 @@ TEST(GalleryEntries, UniformExposureEntriesLandOnBothCurves) {
     if (std::string(entry.title).rfind("Uniform exposure", 0) == 0) uniform.push_back(&entry);
   ASSERT_EQ(2u, uniform.size());
   std::vector<CallRecord> calls;
-  EXPECT_FALSE(SamePixels(RunOnce(*uniform[0], input, &calls), RunOnce(*uniform[1], input, &calls)));
+  EXPECT_FALSE(
+      SamePixels(RunOnce(*uniform[0], input, &calls), RunOnce(*uniform[1], input, &calls)));
 }
 
 TEST(GalleryPictures, ReducedByBoxAverageWithAlphaWeight) {
@@ -85,18 +87,18 @@ TEST(GalleryPictures, ReducedByBoxAverageWithAlphaWeight) {
   ASSERT_EQ(1, pic.height);
   ASSERT_EQ(4, pic.channels);  // alpha below 1: kept
   const std::uint8_t* a = pic.pixels.data();
-  EXPECT_EQ(0, a[0]);                               // red only where alpha is 0
-  EXPECT_EQ(153, a[1]);                             // 0.6
+  EXPECT_EQ(0, a[0]);                                      // red only where alpha is 0
+  EXPECT_EQ(153, a[1]);                                    // 0.6
   EXPECT_EQ(static_cast<int>(255 * 4.0 / 6 + 0.5), a[3]);  // 4 of 6 pixels opaque
-  EXPECT_EQ(51, a[5]);                              // 0.2
+  EXPECT_EQ(51, a[5]);                                     // 0.2
   EXPECT_EQ(255, a[7]);
 }
 
 TEST(GalleryPictures, FloatValuesAreClampedAndOpaquePicturesLoseAlpha) {
   Image img = Image::Allocate(4, 1, 4, Element::k32f);
   const float nan = std::numeric_limits<float>::quiet_NaN();
-  const float values[16] = {-0.5f, 1.5f, nan, 1.0f, 0.5f, 0.25f, 1.0f, 1.0f,
-                            2.0f,  0.0f, 0.0f, 3.0f, 0.0f, 0.0f, 0.0f, 1.0f};
+  const float values[16] = {-0.5f, 1.5f, nan,  1.0f, 0.5f, 0.25f, 1.0f, 1.0f,
+                            2.0f,  0.0f, 0.0f, 3.0f, 0.0f, 0.0f,  0.0f, 1.0f};
   std::memcpy(img.RowF(0), values, sizeof values);
   const Picture pic = ToPicture(img, 100);
   ASSERT_EQ(3, pic.channels);  // alpha 3.0 is clamped to 1: still opaque

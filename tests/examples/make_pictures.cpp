@@ -5,8 +5,8 @@
 //   samples/alpha.png   an RGBA PNG, 200 x 100, alpha falling to 0 across
 //   a <b> c & "d".jpg   a colour JPEG, 97 x 61, whose name needs escaping on a page
 #include <cmath>
-#include <cstdio>
 #include <cstdint>
+#include <cstdio>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -49,9 +49,11 @@ int main(int argc, char** argv) {
   const std::string alpha = (dir / "samples" / "alpha.png").string();
   const std::string odd = (dir / "a <b> c & \"d\".jpg").string();
   const bool ok =
-      Check(pxl_examples::WriteJpeg8(gray, 120, 80, 1, Pattern(120, 80, 1).data(), 90, &e), gray, e) &&
+      Check(pxl_examples::WriteJpeg8(gray, 120, 80, 1, Pattern(120, 80, 1).data(), 90, &e), gray,
+            e) &&
       Check(pxl_examples::WritePng8(wide, 900, 60, 3, Pattern(900, 60, 3).data(), &e), wide, e) &&
-      Check(pxl_examples::WritePng8(alpha, 200, 100, 4, Pattern(200, 100, 4).data(), &e), alpha, e) &&
+      Check(pxl_examples::WritePng8(alpha, 200, 100, 4, Pattern(200, 100, 4).data(), &e), alpha,
+            e) &&
       Check(pxl_examples::WriteJpeg8(odd, 97, 61, 3, Pattern(97, 61, 3).data(), 90, &e), odd, e);
   return ok ? 0 : 1;
 }
