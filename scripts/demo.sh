@@ -1,13 +1,17 @@
 #!/usr/bin/env bash
-# Builds the library and the demo host program, then runs the demo on its
-# generated photo; before.png and after.png land in out/.  Arguments are
-# passed to the demo (try --help, or a PNG file from scripts/fetch-samples.sh).
+# Builds the library and the gallery, then runs every photo algorithm on a
+# generated landscape, on the photographs that scripts/fetch-samples.sh takes
+# out of Debian's scikit-image package, and on any PNG or JPEG files named
+# here.  Writes out/index.html with the pictures before and after.
+#
+#   scripts/demo.sh                    the landscape and the sample photographs
+#   scripts/demo.sh photo.jpg ...      and these files too
+#   scripts/demo.sh --help             the gallery's options (--out DIR, --repeat N, ...)
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 "$root/scripts/setup.sh"
 cmake -S "$root" -B "$root/build" -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
-cmake --build "$root/build" -j 2 --target pxl_demo
-if [ $# -eq 0 ]; then
-  set -- --out "$root/out"
-fi
-exec "$root/build/examples/pxl_demo" "$@"
+cmake --build "$root/build" -j 2 --target pxl_gallery
+# The gallery runs without the photographs if they cannot be fetched.
+"$root/scripts/fetch-samples.sh" || echo "note: no sample photographs; the gallery runs on the landscape alone"
+"$root/build/examples/pxl_gallery" --out "$root/out" --samples "$root/samples" "$@"

@@ -1,11 +1,16 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that building, testing, benchmarking and the
-# example programs need, if any is missing.  The library itself needs only a
-# C++17 compiler and its standard library.
+# Installs the Debian packages that building, testing, benchmarking, the
+# example programs and the reference need, if any is missing.  The library
+# itself needs only a C++17 compiler and its standard library.
+#
+#   libpng-dev, libjpeg-dev   picture files for the example programs
+#   chromium, python3         the test that opens the gallery page in a browser
+#   doxygen                   the reference for host developers
+#   libopencv-core-dev        the peer the primitives' benchmarks are measured against
 set -euo pipefail
 
-packages=(g++ cmake ninja-build binutils libgtest-dev libbenchmark-dev libpng-dev pkg-config
-          libopencv-core-dev)
+packages=(g++ cmake ninja-build binutils libgtest-dev libbenchmark-dev libpng-dev libjpeg-dev
+          pkg-config python3 chromium doxygen libopencv-core-dev)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

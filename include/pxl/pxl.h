@@ -1,8 +1,9 @@
-/*
- * pxl - native imaging engine.  Umbrella header: include this one.
+/**
+ * @file pxl.h
+ * @brief The header to include: all of the library's declarations.
  *
- * Link with -lpxl.  Every export is a plain C function over caller-owned
- * buffers; failures are reported by status code only (pxl_types.h).
+ * Link with @c -lpxl.  Every export is a plain C function over buffers the
+ * caller owns; failures are reported by status code only (pxl_types.h).
  */
 #ifndef PXL_H
 #define PXL_H

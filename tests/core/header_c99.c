@@ -19,8 +19,8 @@ int main(void) {
   if (GetCpuFeatures(&mask) != pxlStsNoErr || !(mask & PXL_CPU_SSE2)) ++failures;
   if (GetNumThreads(&threads) != pxlStsNoOperation || threads != 1) ++failures;
 
-  img = (Pxl32f*)Malloc(2, 2, 26, &step);
-  map = (Pxl32f*)Malloc(2, 2, 5, &step);
+  img = (Pxl32f*)Malloc(2, 2, PXL_FMT_32F_C4, &step);
+  map = (Pxl32f*)Malloc(2, 2, PXL_FMT_32F_C1, &step);
   if (!img || !map) return 1;
   for (y = 0; y < 2; ++y)
     for (x = 0; x < 2; ++x) {

@@ -31,6 +31,36 @@ TEST(ImageMemory, StepsRoundRowsUpTo64Bytes) {
   Free(p);
 }
 
+TEST(ImageMemory, NamedFormatCodesHaveTheirPixelSizes) {
+  // 64 pixels a row: the step is exactly 64 times the pixel size.
+  // clang-format off
+  const std::pair<int, int> kNamed[] = {
+      {PXL_FMT_8U_C1, 1},     {PXL_FMT_16U_C1, 2},    {PXL_FMT_16S_C1, 2},
+      {PXL_FMT_32S_C1, 4},    {PXL_FMT_32F_C1, 4},    {PXL_FMT_32SC_C1, 8},
+      {PXL_FMT_32FC_C1, 8},   {PXL_FMT_8U_C2, 2},     {PXL_FMT_16U_C2, 4},
+      {PXL_FMT_16S_C2, 4},    {PXL_FMT_32S_C2, 8},    {PXL_FMT_32F_C2, 8},
+      {PXL_FMT_32SC_C2, 16},  {PXL_FMT_32FC_C2, 16},  {PXL_FMT_8U_C3, 3},
+      {PXL_FMT_16U_C3, 6},    {PXL_FMT_16S_C3, 6},    {PXL_FMT_32S_C3, 12},
+      {PXL_FMT_32F_C3, 12},   {PXL_FMT_32SC_C3, 24},  {PXL_FMT_32FC_C3, 24},
+      {PXL_FMT_8U_C4, 4},     {PXL_FMT_16U_C4, 8},    {PXL_FMT_16S_C4, 8},
+      {PXL_FMT_32S_C4, 16},   {PXL_FMT_32F_C4, 16},   {PXL_FMT_32SC_C4, 32},
+      {PXL_FMT_32FC_C4, 32},  {PXL_FMT_8U_AC4, 4},    {PXL_FMT_16U_AC4, 8},
+      {PXL_FMT_16S_AC4, 8},   {PXL_FMT_32S_AC4, 16},  {PXL_FMT_32F_AC4, 16},
+      {PXL_FMT_32SC_AC4, 32}, {PXL_FMT_32FC_AC4, 32},
+  };
+  // clang-format on
+  int code = 0;
+  for (auto [format, bytes] : kNamed) {
+    EXPECT_EQ(++code, format) << "the names run through 1..35 in order";
+    int step = 0;
+    void* p = Malloc(64, 1, format, &step);
+    ASSERT_NE(nullptr, p) << format;
+    EXPECT_EQ(64 * bytes, step) << format;
+    Free(p);
+  }
+  EXPECT_EQ(35, code);
+}
+
 TEST(ImageMemory, EveryFormatIsAlignedAndWritable) {
   for (int format = 1; format <= 35; ++format) {
     for (int width : {1, 7, 33}) {

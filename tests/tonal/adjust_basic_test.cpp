@@ -254,6 +254,30 @@ TEST(BasicAdjustments, EmptyRegionsTouchNothing) {
   }
 }
 
+TEST(BasicAdjustments, NegativeStepsWalkRowsBottomUp) {
+  // The same picture stored top-down and bottom-up (row 0 last in memory,
+  // negative steps for image and map) gives the same pixels, region offset
+  // included.
+  const int w = 5, h = 4;
+  const PxliRect roi{1, 1, 3, 2};
+  for (const Case& k : Cases()) {
+    SCOPED_TRACE(k.name);
+    std::mt19937 rng(7);
+    FloatImage down(w, h, 4), up(w, h, 4);
+    FloatImage map(w, h, 1), mapUp(w, h, 1);
+    FillPixels(down, rng);
+    map.fill(rng, -1.5f, 2.5f);
+    for (int y = 0; y < h; ++y) {
+      std::memcpy(up.row(h - 1 - y), down.row(y), 16 * w);
+      std::memcpy(mapUp.row(h - 1 - y), map.row(y), 4 * w);
+    }
+    ASSERT_EQ(pxlStsNoErr, k.run(down.data(), down.step, roi, map.data(), map.step));
+    ASSERT_EQ(pxlStsNoErr, k.run(up.row(h - 1), -up.step, roi, mapUp.row(h - 1), -mapUp.step));
+    for (int y = 0; y < h; ++y)
+      EXPECT_EQ(0, std::memcmp(up.row(h - 1 - y), down.row(y), 16 * w)) << "row " << y;
+  }
+}
+
 // ---- behaviours worth pinning down one by one ------------------------------
 
 struct Pixel {
@@ -308,6 +332,16 @@ TEST(BasicAdjustments, ExposureMapBoundsWin) {
   EXPECT_FLOAT_EQ(0.5f * m / (0.5f + 0.5f * m), a.v[1]);
   EXPECT_EQ(0.0f, a.v[2]);
   for (int c = 0; c < 4; ++c) EXPECT_TRUE(SameBits(a.v[c], b.v[c]));
+
+  // Bounds the wrong way round make a step at minValue: at or above it the
+  // exposure is maxValue, below it minValue (the header's example).
+  for (auto [value, want] : {std::pair{0.2f, 0.6405f}, std::pair{0.5f, 0.3595f},
+                             std::pair{-3.0f, 0.6405f}, std::pair{3.0f, 0.3595f}}) {
+    Pixel g{{0.5f, 0.5f, 0.5f, 1.0f}};
+    AdjustExposureLin_32f_C4IMR(g.v, 16, kOne, value, &zero, 4, 0.5f, -0.5f);
+    EXPECT_NEAR(want, g.v[0], 5e-5f) << value;
+    EXPECT_EQ(1.0f, g.v[3]);
+  }
 }
 
 TEST(BasicAdjustments, UniformExposureCurveDependsOnFirstPixelAlignment) {
@@ -320,6 +354,17 @@ TEST(BasicAdjustments, UniformExposureCurveDependsOnFirstPixelAlignment) {
   EXPECT_EQ(1.0f, buf[3]);
   EXPECT_NEAR(0.6667f, buf[5], 1e-3f);
   EXPECT_EQ(1.0f, buf[8]);  // alpha scaled by s > 1, then clamped
+
+  // The colour example of the header.
+  alignas(16) float colour[12] = {0.8f, 0.4f, 0.2f, 1.0f, 0, 0.8f, 0.4f, 0.2f, 1.0f};
+  AdjustExposureLin_32f_C4IR(colour, 16, kOne, 1.0f);
+  AdjustExposureLin_32f_C4IR(colour + 5, 16, kOne, 1.0f);
+  const float aligned[4] = {0.9270f, 0.6790f, 0.4424f, 1.0f};
+  const float luma[4] = {1.0f, 0.5440f, 0.2720f, 1.0f};
+  for (int c = 0; c < 4; ++c) {
+    EXPECT_NEAR(aligned[c], colour[c], 5e-5f) << c;
+    EXPECT_NEAR(luma[c], colour[5 + c], 5e-5f) << c;
+  }
 
   // Black on the luma curve gives s = 0: alpha goes to 0 as well.
   float black[5] = {0, 0, 0, 0, 1.0f};
