@@ -24,7 +24,7 @@
 namespace {
 
 struct Row {
-  enum Kind { kFamily, kDoc, kMember } kind;
+  enum Kind { kFamily, kDoc, kMember, kDirect } kind;
   const char* a;  // family, title or name
   const char* b;  // table file, text or parameter list
 };
@@ -32,7 +32,7 @@ struct Row {
 #define PXL_FAMILY(family) {Row::kFamily, #family, __FILE__},
 #define PXL_DOC(title, text) {Row::kDoc, title, text},
 #define PXL_MEMBER(unit, name, shape, a) {Row::kMember, #name, PXL_XSTR(PXL_SIG_##shape a)},
-#define PXL_DIRECT(name, shape, a) {Row::kMember, #name, PXL_XSTR(PXL_SIG_##shape a)},
+#define PXL_DIRECT(name, shape, a) {Row::kDirect, #name, PXL_XSTR(PXL_SIG_##shape a)},
 const Row kRows[] = {
 #include "core/families.def"
 };
@@ -40,6 +40,28 @@ const Row kRows[] = {
 #undef PXL_DOC
 #undef PXL_MEMBER
 #undef PXL_DIRECT
+
+// What each parameter name means, for the @param lines of every group.  A
+// parameter of a table that is not here stops the tool: describe it here.
+const std::map<std::string, std::string> kParamDocs = {
+    {"pSrc", "Source image at its base (planar: an array of plane pointers); the region moves it."},
+    {"srcStep", "Bytes from one source row to the next (one step for all planes)."},
+    {"pDst",
+     "Destination image at its base (planar: an array of plane pointers); the region moves it."},
+    {"dstStep", "Bytes from one destination row to the next (one step for all planes)."},
+    {"pSrcDst", "Image read and written in place, at its base; the region moves it."},
+    {"srcDstStep", "Bytes from one row of the image to the next."},
+    {"roi",
+     "Region of interest: x, y move every image by its own step and pixel size; width and "
+     "height are the size worked on."},
+    {"pMask",
+     "Mask, one 8u channel at its base; the region moves it; pixels whose mask byte is 0 "
+     "are left alone."},
+    {"maskStep", "Bytes from one mask row to the next."},
+    {"value", "The value: one for a single channel, one a channel written for several."},
+    {"dstOrder", "For each destination channel, the source channel it takes."},
+    {"order", "For each destination channel, the source channel it takes."},
+};
 
 constexpr size_t kWidth = 100;
 
@@ -51,18 +73,26 @@ std::string ShortPath(const char* path) {
   return cut == std::string::npos ? p : p.substr(cut + 1);
 }
 
-// Text as the lines of a comment, words wrapped at the page width.
+// Text as the lines of a comment, words wrapped at the page width; a line
+// break in the text starts a new paragraph.
 void Wrap(std::ostringstream& out, const std::string& text, const std::string& prefix) {
-  std::istringstream words(text);
-  std::string word, line;
-  while (words >> word) {
-    if (!line.empty() && prefix.size() + line.size() + 1 + word.size() > kWidth) {
-      out << prefix << line << "\n";
-      line.clear();
+  std::istringstream paragraphs(text);
+  std::string paragraph;
+  bool first = true;
+  while (std::getline(paragraphs, paragraph)) {
+    if (!first) out << " *\n";
+    first = false;
+    std::istringstream words(paragraph);
+    std::string word, line;
+    while (words >> word) {
+      if (!line.empty() && prefix.size() + line.size() + 1 + word.size() > kWidth) {
+        out << prefix << line << "\n";
+        line.clear();
+      }
+      line += (line.empty() ? "" : " ") + word;
     }
-    line += (line.empty() ? "" : " ") + word;
+    if (!line.empty()) out << prefix << line << "\n";
   }
-  if (!line.empty()) out << prefix << line << "\n";
 }
 
 // Pointers written as `T* p` and `T* const p`, however the macros spaced them.
@@ -78,18 +108,29 @@ std::string Canonical(const std::string& text) {
   return s;
 }
 
-// One declaration, its parameters wrapped under the opening parenthesis.
-void Declare(std::ostringstream& out, const std::string& name, const std::string& rawParams) {
-  const std::string params = Canonical(rawParams);
-  const std::string head = "PXL_API PxlStatus " + name + "(";
+// The parameters of a parenthesised list, and the name each declares.
+std::vector<std::string> Params(const std::string& list) {
   std::vector<std::string> parts;
-  const std::string inner = params.substr(1, params.size() - 2);  // drop the parentheses
+  const std::string inner = Canonical(list).substr(1, list.size() - 2);
   for (size_t start = 0;;) {
     const size_t comma = inner.find(", ", start);
     parts.push_back(inner.substr(start, comma - start));
     if (comma == std::string::npos) break;
     start = comma + 2;
   }
+  return parts;
+}
+std::string ParamName(std::string param) {
+  const size_t bracket = param.find('[');
+  if (bracket != std::string::npos) param.erase(bracket);
+  const size_t space = param.find_last_of(" *");
+  return param.substr(space + 1);
+}
+
+// One declaration, its parameters wrapped under the opening parenthesis.
+void Declare(std::ostringstream& out, const std::string& name, const std::string& list) {
+  const std::string head = "PXL_API PxlStatus " + name + "(";
+  const std::vector<std::string> parts = Params(list);
   const std::string indent(head.size() <= 60 ? head.size() : 4, ' ');
   std::string line = head;
   for (size_t i = 0; i < parts.size(); ++i) {
@@ -104,18 +145,63 @@ void Declare(std::ostringstream& out, const std::string& name, const std::string
   out << line << "\n";
 }
 
+struct Failure {
+  std::string message;
+};
+
+// One documented group: its title and text, then its members, whose
+// parameter names must agree (one block of @param lines documents them all).
+void Group(std::ostringstream& out, const Row& doc, const std::vector<const Row*>& members) {
+  if (members.empty()) throw Failure{std::string("group \"") + doc.a + "\" has no members"};
+  std::vector<std::string> names;
+  for (const std::string& p : Params(members[0]->b)) names.push_back(ParamName(p));
+  for (const Row* m : members) {
+    std::vector<std::string> own;
+    for (const std::string& p : Params(m->b)) own.push_back(ParamName(p));
+    if (own != names)
+      throw Failure{std::string(m->a) + " has other parameter names than " + members[0]->a +
+                    " in the group \"" + doc.a + "\"; give it a group of its own"};
+  }
+  out << "\n/** @name " << doc.a << "\n * @{ */\n/**\n";
+  Wrap(out, doc.b, " * ");
+  out << " *\n";
+  for (const std::string& n : names) {
+    const auto it = kParamDocs.find(n);
+    if (it == kParamDocs.end())
+      throw Failure{"parameter " + n + " of " + members[0]->a +
+                    " has no description in the tool's parameter table"};
+    Wrap(out, "@param " + n + " " + it->second, " * ");
+  }
+  if (std::string(doc.b).find("@return") == std::string::npos)
+    Wrap(out,
+         members[0]->kind == Row::kDirect
+             ? "@return #pxlStsNoErr always; nothing is checked."
+             : "@return #pxlStsNoErr, or the status of the first check that fails (pointers, "
+               "then sizes, then steps, then parameters), with nothing written.",
+         " * ");
+  out << " */\n";
+  for (const Row* m : members) Declare(out, m->a, m->b);
+  out << "/** @} */\n";
+}
+
 // The text of every family's region.
 std::map<std::string, std::string> Regions() {
   std::map<std::string, std::string> regions;
   std::ostringstream out;
   std::string family;
-  bool groupOpen = false;
+  const Row* doc = nullptr;
+  std::vector<const Row*> members;
+  const auto flushGroup = [&] {
+    if (!doc && !members.empty())
+      throw Failure{std::string(members[0]->a) + " has no PXL_DOC group above it"};
+    if (doc) Group(out, *doc, members);
+    doc = nullptr;
+    members.clear();
+  };
   const auto finish = [&] {
-    if (family.empty()) return;
-    if (groupOpen) out << "/** @} */\n";
-    regions[family] = out.str();
+    flushGroup();
+    if (!family.empty()) regions[family] = out.str();
     out.str("");
-    groupOpen = false;
   };
   for (const Row& row : kRows) {
     switch (row.kind) {
@@ -126,14 +212,12 @@ std::map<std::string, std::string> Regions() {
             << "; edit the table, not these lines. */\n";
         break;
       case Row::kDoc:
-        if (groupOpen) out << "/** @} */\n";
-        out << "\n/** @name " << row.a << "\n";
-        Wrap(out, row.b, " * ");
-        out << " * @{ */\n";
-        groupOpen = true;
+        flushGroup();
+        doc = &row;
         break;
       case Row::kMember:
-        Declare(out, row.a, row.b);
+      case Row::kDirect:
+        members.push_back(&row);
         break;
     }
   }
@@ -158,7 +242,13 @@ int main(int argc, char** argv) {
     return 2;
   }
   const bool write = std::strcmp(argv[1], "--write") == 0;
-  const std::map<std::string, std::string> regions = Regions();
+  std::map<std::string, std::string> regions;
+  try {
+    regions = Regions();
+  } catch (const Failure& f) {
+    std::fprintf(stderr, "pxl_gen_header: %s\n", f.message.c_str());
+    return 2;
+  }
   std::map<std::string, int> placed;
   int status = 0;
 
