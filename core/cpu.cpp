@@ -100,6 +100,30 @@ constexpr Leaf2Entry kLeaf2[] = {
 };
 // clang-format on
 
+// Walks a deterministic cache leaf (4, or 0x8000001D on other vendors'
+// processors, which describe their caches the same way) with sub-leaves 0 to
+// 31, stopping at the first of type 0 and passing over instruction caches;
+// the largest cache and its line size win.
+void WalkCacheLeaf(const CpuProbe& cpu, uint32_t leaf, uint64_t* best, int32_t* bestLine) {
+  for (uint32_t sub = 0; sub < 32; ++sub) {
+    const CpuidRegs r = cpu.Cpuid(leaf, sub);
+    const uint32_t type = r.eax & 0x1F;
+    if (type == 0) break;
+    if (type == 2) continue;  // instruction cache
+    const uint64_t ways = (r.ebx >> 22) + 1;
+    const uint64_t partitions = ((r.ebx >> 12) & 0x3FF) + 1;
+    const uint64_t lineSize = (r.ebx & 0xFFF) + 1;
+    const uint64_t sets = uint64_t{r.ecx} + 1;
+    const uint64_t bytes = ways * partitions * lineSize * sets;
+    if (bytes > *best) {
+      *best = bytes;
+      *bestLine = static_cast<int32_t>(lineSize);
+    }
+  }
+}
+
+int64_t g_streamingCache = -1;  // bytes; -1 until asked
+
 const Leaf2Entry* FindLeaf2(uint8_t descriptor) {
   for (const Leaf2Entry& e : kLeaf2)
     if (e.descriptor == descriptor) return &e;
@@ -230,21 +254,7 @@ PxlStatus QueryLargestCache(const CpuProbe& cpu, int32_t* size, int32_t* line) {
   uint64_t best = 0;
   int32_t bestLine = 0;
   if (maxLeaf >= 4) {
-    for (uint32_t sub = 0; sub < 32; ++sub) {
-      const CpuidRegs r = cpu.Cpuid(4, sub);
-      const uint32_t type = r.eax & 0x1F;
-      if (type == 0) break;
-      if (type == 2) continue;  // instruction cache
-      const uint64_t ways = (r.ebx >> 22) + 1;
-      const uint64_t partitions = ((r.ebx >> 12) & 0x3FF) + 1;
-      const uint64_t lineSize = (r.ebx & 0xFFF) + 1;
-      const uint64_t sets = uint64_t{r.ecx} + 1;
-      const uint64_t bytes = ways * partitions * lineSize * sets;
-      if (bytes > best) {
-        best = bytes;
-        bestLine = static_cast<int32_t>(lineSize);
-      }
-    }
+    WalkCacheLeaf(cpu, 4, &best, &bestLine);
   } else {
     const CpuidRegs r = cpu.Cpuid(2, 0);
     const uint32_t regs[4] = {r.eax & 0xFFFFFF00u, r.ebx, r.ecx, r.edx};  // AL is a count
@@ -290,6 +300,29 @@ PxlStatus LargestCacheSize(int32_t* size) {
   return st;
 }
 
+int64_t StreamingCacheBytes(const CpuProbe& cpu) {
+  int32_t size = 0, line = 0;
+  if (QueryLargestCache(cpu, &size, &line) == pxlStsNoErr) return size;
+  const CpuidRegs l0 = cpu.Cpuid(0, 0);
+  // "AuthenticAMD", with the cache topology leaf (0x80000001 ECX bit 22).
+  const bool amd = l0.ebx == 0x68747541u && l0.edx == 0x69746E65u && l0.ecx == 0x444D4163u;
+  if (!amd || cpu.Cpuid(0x80000000u, 0).eax < 0x8000001Du) return 0;
+  if (!Bit(cpu.Cpuid(0x80000001u, 0).ecx, 22)) return 0;
+  uint64_t best = 0;
+  int32_t bestLine = 0;
+  WalkCacheLeaf(cpu, 0x8000001Du, &best, &bestLine);
+  return static_cast<int64_t>(best);
+}
+
+bool StreamOutput(int64_t bytesMoved) {
+  int64_t size = Load(&g_streamingCache, __ATOMIC_ACQUIRE);
+  if (size < 0) {
+    size = StreamingCacheBytes(HostCpu());
+    Store(&g_streamingCache, size, __ATOMIC_RELEASE);
+  }
+  return size > 0 && bytesMoved > size;
+}
+
 bool StreamLargeFill(int64_t pixels) {
   if (pixels <= 0x80000) return false;
   int32_t size = 0;
@@ -303,6 +336,8 @@ void LazyInit() { (void)Init(); }
 namespace test {
 
 int MaxSupportedLevel() { return SelectLevel(HostFeatures()).level; }
+
+void SetStreamingCacheBytes(int64_t bytes) { Store(&g_streamingCache, bytes, __ATOMIC_RELEASE); }
 
 void SetLargestCacheAnswer(PxlStatus status, int32_t size) {
   Store(&g_cacheSize, size);

@@ -61,6 +61,12 @@ int32_t Leaf2DescriptorSize(uint8_t descriptor);
 // Cached query on the host processor; pxlStsNullPtrErr on a null pointer.
 PxlStatus LargestCacheSize(int32_t* size);
 
+// The cache size that decides when a large output is written with
+// non-temporal stores: the largest-cache answer where the processor gives
+// it, else the largest cache of extended leaf 0x8000001D on processors of
+// the vendor that describes its caches there; 0 when unknown.
+int64_t StreamingCacheBytes(const CpuProbe& cpu);
+
 // Start-up on the first kernel call; the same as Init with its status dropped.
 void LazyInit();
 
@@ -73,6 +79,9 @@ int MaxSupportedLevel();
 // Replaces the cached answer of the largest-cache query; status 1 makes the
 // next query ask the processor again.
 void SetLargestCacheAnswer(PxlStatus status, int32_t size);
+// Replaces the cached streaming cache size; -1 makes the next decision ask
+// the processor again.
+void SetStreamingCacheBytes(int64_t bytes);
 // Stores a level in the jump index, which every stub then uses; returns the
 // previous value.  -1 sends the next kernel call through the lazy start-up.
 int32_t ForceLevel(int32_t level);

@@ -12,6 +12,13 @@ namespace pxl {
 // that count.  The cache is asked only for fills of that size.
 bool StreamLargeFill(int64_t pixels);
 
+// True when a call that reads and writes `bytesMoved` bytes in all is to
+// write its output with non-temporal stores: more than the largest cache,
+// whose size is asked once (0 when unknown: never).  The output then cannot
+// stay in the cache anyway, and bypassing it keeps the input there and
+// saves reading each output line before writing it.
+bool StreamOutput(int64_t bytesMoved);
+
 }  // namespace pxl
 
 #endif

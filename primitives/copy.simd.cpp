@@ -3,6 +3,7 @@
 // and interleaved 8-bit three-channel pixels are split into planes with byte
 // shuffles from level 1 up.
 #include "core/simd.h"
+#include "core/streaming.h"
 #include "primitives/rows.h"
 
 #define PXL_THIS_UNIT_copy PXL_PROBE
@@ -84,7 +85,6 @@ PXL_INLINE __m128i SplitMask<__m128i>(const int8_t* m) {
 }
 PXL_INLINE __m128i Blend(__m128i a, __m128i b, __m128i m) { return _mm_blendv_epi8(a, b, m); }
 PXL_INLINE __m128i Shuffle(__m128i a, __m128i m) { return _mm_shuffle_epi8(a, m); }
-PXL_INLINE void Store(uint8_t* p, __m128i v) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v); }
 #if PXL_LEVEL >= 4
 template <>
 PXL_INLINE __m256i SplitMask<__m256i>(const int8_t* m) {
@@ -92,9 +92,6 @@ PXL_INLINE __m256i SplitMask<__m256i>(const int8_t* m) {
 }
 PXL_INLINE __m256i Blend(__m256i a, __m256i b, __m256i m) { return _mm256_blendv_epi8(a, b, m); }
 PXL_INLINE __m256i Shuffle(__m256i a, __m256i m) { return _mm256_shuffle_epi8(a, m); }
-PXL_INLINE void Store(uint8_t* p, __m256i v) {
-  _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), v);
-}
 #endif
 
 #if PXL_LEVEL >= 5
@@ -106,7 +103,6 @@ PXL_INLINE __m512i Blend(__m512i a, __m512i b, __m512i m) {
   return _mm512_mask_blend_epi8(_mm512_movepi8_mask(m), a, b);
 }
 PXL_INLINE __m512i Shuffle(__m512i a, __m512i m) { return _mm512_shuffle_epi8(a, m); }
-PXL_INLINE void Store(uint8_t* p, __m512i v) { _mm512_storeu_si512(p, v); }
 #endif
 
 // The 48 bytes at s as three vectors; in wider vectors, lane L holds the 48
@@ -134,23 +130,43 @@ PXL_INLINE void Load3(const uint8_t* s, __m512i* v) {
 }
 #endif
 
-// sizeof(V) pixels of three bytes at s into the planes at p[k] + x.
-template <typename V>
+// sizeof(V) pixels of three bytes at s into the planes at p[k] + x; NT
+// streams them, the planes at p[k] + x aligned to sizeof(V).
+template <typename V, bool NT>
 PXL_INLINE void SplitBytes3(const uint8_t* s, uint8_t* const* p, int x) {
   V v[3];
   Load3(s, v);
   for (int k = 0; k < 3; ++k) {
     const V t = Blend(Blend(v[0], v[1], SplitMask<V>(kSplitFrom[k][0])), v[2],
                       SplitMask<V>(kSplitFrom[k][1]));
-    Store(p[k] + x, Shuffle(t, SplitMask<V>(kSplitOrder[k])));
+    rows::Put<NT>(p[k] + x, Shuffle(t, SplitMask<V>(kSplitOrder[k])));
   }
 }
 #endif
 
-// Pixels of SC elements to NP planes (the first NP channels).
+#if PXL_LEVEL >= 1
+// Splits pixels x.. of a row of three-byte pixels while 16 or more are left;
+// returns the first pixel not done.
+template <bool NT>
+PXL_INLINE int SplitRow(const uint8_t* s, uint8_t* const* p, int x, int width) {
+#if PXL_LEVEL >= 5
+  for (; x + 64 <= width; x += 64) SplitBytes3<__m512i, NT>(s + 3 * x, p, x);
+#endif
+#if PXL_LEVEL >= 4
+  for (; x + 32 <= width; x += 32) SplitBytes3<__m256i, NT>(s + 3 * x, p, x);
+#endif
+  for (; x + 16 <= width; x += 16) SplitBytes3<__m128i, NT>(s + 3 * x, p, x);
+  return x;
+}
+#endif
+
+// Pixels of SC elements to NP planes (the first NP channels).  Three-byte
+// pixels are split with vectors; with `stream`, and planes equally aligned,
+// each row's aligned part is written with non-temporal stores.
 template <typename T, int SC, int NP>
 PXL_NOINLINE void ToPlanesRows(const T* src, int srcStep, T* const* planes, int dstStep, int width,
-                               int height) {
+                               int height, bool stream) {
+  bool streamed = false;
   for (int y = 0; y < height; ++y) {
     const T* __restrict s = Row(src, srcStep, y);
     T* __restrict p[NP];
@@ -161,18 +177,21 @@ PXL_NOINLINE void ToPlanesRows(const T* src, int srcStep, T* const* planes, int 
       const uint8_t* sb = reinterpret_cast<const uint8_t*>(s);
       uint8_t* pb[3] = {reinterpret_cast<uint8_t*>(p[0]), reinterpret_cast<uint8_t*>(p[1]),
                         reinterpret_cast<uint8_t*>(p[2])};
-#if PXL_LEVEL >= 5
-      for (; x + 64 <= width; x += 64) SplitBytes3<__m512i>(sb + 3 * x, pb, x);
-#endif
-#if PXL_LEVEL >= 4
-      for (; x + 32 <= width; x += 32) SplitBytes3<__m256i>(sb + 3 * x, pb, x);
-#endif
-      for (; x + 16 <= width; x += 16) SplitBytes3<__m128i>(sb + 3 * x, pb, x);
+      const size_t head = rows::ToLine(pb[0]);
+      if (stream && rows::ToLine(pb[1]) == head && rows::ToLine(pb[2]) == head &&
+          static_cast<int>(head) + 64 <= width) {
+        for (; x < static_cast<int>(head); ++x)
+          for (int k = 0; k < 3; ++k) pb[k][x] = sb[3 * x + k];
+        x = SplitRow<true>(sb, pb, x, width);
+        streamed = true;
+      }
+      x = SplitRow<false>(sb, pb, x, width);
     }
 #endif
     for (; x < width; ++x)
       for (int k = 0; k < NP; ++k) p[k][x] = s[SC * x + k];
   }
+  if (streamed) _mm_sfence();
 }
 
 template <typename T, int SC, int NP>
@@ -180,7 +199,9 @@ PxlStatus CopyToPlanes(const T* src, int srcStep, T* const* dst, int dstStep, in
                        int height) {
   if (!rows::PlanesGiven<NP>(dst)) return pxlStsNullPtrErr;
   if (PxlStatus st = Check(width, height, src)) return st;
-  ToPlanesRows<T, SC, NP>(src, srcStep, dst, dstStep, width, height);
+  const int64_t pixels = int64_t{width} * height;
+  const bool stream = ::pxl::StreamOutput(pixels * static_cast<int64_t>(sizeof(T)) * (SC + NP));
+  ToPlanesRows<T, SC, NP>(src, srcStep, dst, dstStep, width, height, stream);
   return pxlStsNoErr;
 }
 

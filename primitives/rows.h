@@ -34,6 +34,38 @@ PXL_INLINE T* Row(T* base, int step, int y) {
   return AddBytes(base, static_cast<intptr_t>(step) * y);
 }
 
+// Stores a vector at p; with NT, a non-temporal store, p aligned to the
+// vector's size.  A kernel that streams ends with _mm_sfence().
+template <bool NT>
+PXL_INLINE void Put(void* p, __m128i v) {
+  if (NT)
+    _mm_stream_si128(static_cast<__m128i*>(p), v);
+  else
+    _mm_storeu_si128(static_cast<__m128i*>(p), v);
+}
+#if PXL_LEVEL >= 3
+template <bool NT>
+PXL_INLINE void Put(void* p, __m256i v) {
+  if (NT)
+    _mm256_stream_si256(static_cast<__m256i*>(p), v);
+  else
+    _mm256_storeu_si256(static_cast<__m256i*>(p), v);
+}
+#endif
+#if PXL_LEVEL >= 5
+template <bool NT>
+PXL_INLINE void Put(void* p, __m512i v) {
+  if (NT)
+    _mm512_stream_si512(static_cast<__m512i*>(p), v);
+  else
+    _mm512_storeu_si512(p, v);
+}
+#endif
+
+// Bytes from p to the next 64-byte boundary: what a streaming row writes
+// with ordinary stores before its aligned part.
+PXL_INLINE size_t ToLine(const void* p) { return (64 - reinterpret_cast<uintptr_t>(p) % 64) % 64; }
+
 // The value an opaque alpha channel holds in each element type.
 template <typename T>
 constexpr T Opaque();

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/cpu.h"
 #include "support/grid.h"
 
 namespace {
@@ -266,6 +267,45 @@ TEST(Copy, NegativeStepsWalkUpwards) {
   ASSERT_EQ(pxlStsNoErr, Copy_16u_C1R(&src[2][0], -4, &dst[0][0], 4, {0, 0, 2, 3}));
   const Pxl16u want[3][2] = {{5, 6}, {3, 4}, {1, 2}};
   EXPECT_EQ(0, std::memcmp(want, dst, sizeof dst));
+}
+
+}  // namespace
+
+namespace {
+
+TEST(Copy, LargeSplitsStreamTheirAlignedPart) {
+  // With every output taken as larger than the cache, the split writes the
+  // planes' 64-byte aligned part of each row with non-temporal stores (when
+  // the planes are equally aligned) and the rest with ordinary ones.
+  pxl::test::SetStreamingCacheBytes(1);
+  std::mt19937 rng(5);
+  pxltest::ForEachLevel([&](int level) {
+    for (int width : {64, 65, 79, 127, 128, 200, 333})
+      for (int shift : {0, 1, 17, 63}) {
+        pxltest::Img<Pxl8u> src(width, 3, 3);
+        src.randomize(rng);
+        std::vector<pxltest::Img<Pxl8u>> planes;
+        for (int k = 0; k < 3; ++k) planes.emplace_back(width, 3, 1, shift % 5, shift);
+        Pxl8u* p[3];
+        for (int k = 0; k < 3; ++k) {
+          planes[k].randomize(rng);
+          p[k] = planes[k].data();
+        }
+        std::vector<std::vector<uint8_t>> want;
+        for (int k = 0; k < 3; ++k) {
+          want.push_back(planes[k].bytes());
+          for (int y = 0; y < 3; ++y)
+            for (int x = 0; x < width; ++x)
+              pxltest::Poke(want[k], planes[k].index(x, y), src.at(x, y, k));
+        }
+        ASSERT_EQ(pxlStsNoErr,
+                  Copy_8u_C3P3R(src.data(), src.step(), p, planes[0].step(), {0, 0, width, 3}));
+        for (int k = 0; k < 3; ++k)
+          ASSERT_EQ("", pxltest::Diff(planes[k], planes[k].bytes(), want[k]))
+              << "level " << level << ", width " << width << ", shift " << shift;
+      }
+  });
+  pxl::test::SetStreamingCacheBytes(-1);
 }
 
 }  // namespace
