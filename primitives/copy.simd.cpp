@@ -21,8 +21,10 @@ namespace {
 template <typename T, int C, int NV>
 PxlStatus CopySame(const T* src, int srcStep, T* dst, int dstStep, int width, int height) {
   if (PxlStatus st = Check(width, height, src, dst)) return st;
+  const int64_t bytes = int64_t{width} * height * C * static_cast<int64_t>(sizeof(T));
   if (NV == C)
-    rows::CopyRows(src, srcStep, dst, dstStep, sizeof(T) * C * static_cast<size_t>(width), height);
+    rows::CopyRows(src, srcStep, dst, dstStep, sizeof(T) * C * static_cast<size_t>(width), height,
+                   ::pxl::StreamOutput(2 * bytes));
   else
     rows::MergeRows<sizeof(T)>(src, srcStep, dst, dstStep, width, height);
   return pxlStsNoErr;
@@ -31,22 +33,39 @@ PxlStatus CopySame(const T* src, int srcStep, T* dst, int dstStep, int width, in
 // N elements a pixel from pixels of SC elements to pixels of DC elements;
 // Fill sets the fourth destination element to the opaque value.
 template <typename T, int SC, int DC, int N, bool Fill>
-PXL_NOINLINE void CopyStridedRows(const T* src, int srcStep, T* dst, int dstStep, int width,
-                                  int height) {
-  for (int y = 0; y < height; ++y) {
-    const T* __restrict s = Row(src, srcStep, y);
-    T* __restrict d = Row(dst, dstStep, y);
-    for (int x = 0; x < width; ++x) {
-      for (int k = 0; k < N; ++k) d[DC * x + k] = s[SC * x + k];
-      if (Fill) d[DC * x + 3] = rows::Opaque<T>();
-    }
+PXL_INLINE void StridedPixels(const T* __restrict s, T* __restrict d, int count) {
+  for (int x = 0; x < count; ++x) {
+    for (int k = 0; k < N; ++k) d[DC * x + k] = s[SC * x + k];
+    if (Fill) d[DC * x + 3] = rows::Opaque<T>();
   }
+}
+
+// With `stream`, rows whose every byte is written (N == DC, or the fourth
+// filled) go out through a buffer with non-temporal stores.
+template <typename T, int SC, int DC, int N, bool Fill>
+PXL_NOINLINE void CopyStridedRows(const T* src, int srcStep, T* dst, int dstStep, int width,
+                                  int height, bool stream) {
+  constexpr bool whole = N == DC || Fill;
+  for (int y = 0; y < height; ++y) {
+    const T* s = Row(src, srcStep, y);
+    T* d = Row(dst, dstStep, y);
+    if (whole && stream)
+      rows::StreamRow<T, DC>(d, width, [&](T* b, int x, int n) {
+        StridedPixels<T, SC, DC, N, Fill>(s + SC * x, b, n);
+      });
+    else
+      StridedPixels<T, SC, DC, N, Fill>(s, d, width);
+  }
+  if (whole && stream) _mm_sfence();
 }
 
 template <typename T, int SC, int DC, int N, bool Fill>
 PxlStatus CopyStrided(const T* src, int srcStep, T* dst, int dstStep, int width, int height) {
   if (PxlStatus st = Check(width, height, src, dst)) return st;
-  CopyStridedRows<T, SC, DC, N, Fill>(src, srcStep, dst, dstStep, width, height);
+  const int64_t pixels = int64_t{width} * height;
+  CopyStridedRows<T, SC, DC, N, Fill>(
+      src, srcStep, dst, dstStep, width, height,
+      ::pxl::StreamOutput(pixels * static_cast<int64_t>(sizeof(T)) * (SC + DC)));
   return pxlStsNoErr;
 }
 
@@ -188,6 +207,20 @@ PXL_NOINLINE void ToPlanesRows(const T* src, int srcStep, T* const* planes, int 
       x = SplitRow<false>(sb, pb, x, width);
     }
 #endif
+    if (stream && x == 0) {
+      // Pieces of the row into one buffer a plane, streamed from there.
+      constexpr int K = rows::ChunkPixels<T, NP>();
+      alignas(64) T b[NP][K];
+      for (; x < width; x += K) {
+        const int n = width - x < K ? width - x : K;
+        for (int i = 0; i < n; ++i)
+          for (int k = 0; k < NP; ++k) b[k][i] = s[SC * (x + i) + k];
+        for (int k = 0; k < NP; ++k)
+          rows::StreamCopy(reinterpret_cast<uint8_t*>(p[k] + x),
+                           reinterpret_cast<const uint8_t*>(b[k]), sizeof(T) * n);
+      }
+      streamed = true;
+    }
     for (; x < width; ++x)
       for (int k = 0; k < NP; ++k) p[k][x] = s[SC * x + k];
   }
@@ -205,17 +238,32 @@ PxlStatus CopyToPlanes(const T* src, int srcStep, T* const* dst, int dstStep, in
   return pxlStsNoErr;
 }
 
-// NP planes to the first NP channels of pixels of DC elements.
+// NP planes to the first NP channels of pixels of DC elements; with
+// `stream`, rows that are written whole (NP == DC) go out through a buffer
+// with non-temporal stores.
+template <typename T, int NP, int DC>
+PXL_INLINE void MergePixels(const T* const* p, int x0, T* __restrict d, int count) {
+  const T* __restrict q[NP];
+  for (int k = 0; k < NP; ++k) q[k] = p[k] + x0;
+  for (int x = 0; x < count; ++x)
+    for (int k = 0; k < NP; ++k) d[DC * x + k] = q[k][x];
+}
+
 template <typename T, int NP, int DC>
 PXL_NOINLINE void FromPlanesRows(const T* const* planes, int srcStep, T* dst, int dstStep,
-                                 int width, int height) {
+                                 int width, int height, bool stream) {
+  constexpr bool whole = NP == DC;
   for (int y = 0; y < height; ++y) {
-    const T* __restrict p[NP];
+    const T* p[NP];
     for (int k = 0; k < NP; ++k) p[k] = Row(planes[k], srcStep, y);
-    T* __restrict d = Row(dst, dstStep, y);
-    for (int x = 0; x < width; ++x)
-      for (int k = 0; k < NP; ++k) d[DC * x + k] = p[k][x];
+    T* d = Row(dst, dstStep, y);
+    if (whole && stream)
+      rows::StreamRow<T, DC>(d, width,
+                             [&](T* b, int x, int n) { MergePixels<T, NP, DC>(p, x, b, n); });
+    else
+      MergePixels<T, NP, DC>(p, 0, d, width);
   }
+  if (whole && stream) _mm_sfence();
 }
 
 template <typename T, int NP, int DC>
@@ -223,7 +271,10 @@ PxlStatus CopyFromPlanes(const T* const* src, int srcStep, T* dst, int dstStep, 
                          int height) {
   if (!rows::PlanesGiven<NP>(src)) return pxlStsNullPtrErr;
   if (PxlStatus st = Check(width, height, dst)) return st;
-  FromPlanesRows<T, NP, DC>(src, srcStep, dst, dstStep, width, height);
+  const int64_t pixels = int64_t{width} * height;
+  FromPlanesRows<T, NP, DC>(
+      src, srcStep, dst, dstStep, width, height,
+      ::pxl::StreamOutput(pixels * static_cast<int64_t>(sizeof(T)) * (NP + DC)));
   return pxlStsNoErr;
 }
 

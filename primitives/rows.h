@@ -90,20 +90,71 @@ constexpr float Opaque<float>() {
   return 1.0f;
 }
 
-// Copies rows of `rowBytes` bytes; rows that follow each other without a gap
-// in both images are copied as one block.
-PXL_NOINLINE inline void CopyRows(const void* src, int srcStep, void* dst, int dstStep,
-                                  size_t rowBytes, int height) {
-  const uint8_t* s = static_cast<const uint8_t*>(src);
-  uint8_t* d = static_cast<uint8_t*>(dst);
-  if (srcStep == dstStep && static_cast<size_t>(srcStep) == rowBytes) {
-    __builtin_memcpy(d, s, rowBytes * static_cast<size_t>(height));
+// Copies n bytes from s to d, the 64-byte lines of d that it covers whole
+// with non-temporal stores and the bytes before and after them with
+// ordinary ones.  The caller ends with _mm_sfence().
+PXL_NOINLINE inline void StreamCopy(uint8_t* d, const uint8_t* s, size_t n) {
+  size_t i = ToLine(d);
+  if (i >= n) {
+    __builtin_memcpy(d, s, n);
     return;
   }
-  for (int y = 0; y < height; ++y) {
-    __builtin_memcpy(d, s, rowBytes);
+  __builtin_memcpy(d, s, i);
+  for (; i + 64 <= n; i += 64) {
+#if PXL_LEVEL >= 5
+    Put<true>(d + i, _mm512_loadu_si512(s + i));
+#elif PXL_LEVEL >= 3
+    for (int h = 0; h < 64; h += 32)
+      Put<true>(d + i + h, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(s + i + h)));
+#else
+    for (int h = 0; h < 64; h += 16)
+      Put<true>(d + i + h, _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i + h)));
+#endif
+  }
+  __builtin_memcpy(d + i, s + i, n - i);
+}
+
+// Copies rows of `rowBytes` bytes; rows that follow each other without a gap
+// in both images are copied as one block.  With `stream`, through
+// StreamCopy.
+PXL_NOINLINE inline void CopyRows(const void* src, int srcStep, void* dst, int dstStep,
+                                  size_t rowBytes, int height, bool stream = false) {
+  const uint8_t* s = static_cast<const uint8_t*>(src);
+  uint8_t* d = static_cast<uint8_t*>(dst);
+  int rows = height;
+  if (srcStep == dstStep && static_cast<size_t>(srcStep) == rowBytes) {
+    rowBytes *= static_cast<size_t>(height);
+    rows = 1;
+  }
+  for (int y = 0; y < rows; ++y) {
+    if (stream)
+      StreamCopy(d, s, rowBytes);
+    else
+      __builtin_memcpy(d, s, rowBytes);
     s += srcStep;
     d += dstStep;
+  }
+  if (stream) _mm_sfence();
+}
+
+// A row produced in pieces of at most `Bytes` bytes into a buffer in the
+// first cache and streamed from there: make(buffer, first, count) writes
+// elements first .. first + count - 1 of the row (count <= Chunk<T>()) to
+// the buffer, which then goes to d + first through StreamCopy.  For kernels
+// that write every byte of their destination rows.
+template <typename T, int PixelElems>
+constexpr int ChunkPixels() {
+  return 4096 / (PixelElems * static_cast<int>(sizeof(T)));
+}
+template <typename T, int PixelElems, typename Make>
+PXL_INLINE void StreamRow(T* d, int width, Make make) {
+  constexpr int K = ChunkPixels<T, PixelElems>();
+  alignas(64) T buffer[K * PixelElems];
+  for (int x = 0; x < width; x += K) {
+    const int n = width - x < K ? width - x : K;
+    make(buffer, x, n);
+    StreamCopy(reinterpret_cast<uint8_t*>(d + PixelElems * x),
+               reinterpret_cast<const uint8_t*>(buffer), sizeof(T) * PixelElems * n);
   }
 }
 

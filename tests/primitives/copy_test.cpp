@@ -246,8 +246,17 @@ const MemberCase kCopyCases[] = {
 #include "primitives/copy.def"
 };
 
+// Each member runs twice: with ordinary stores, and with every output taken
+// as larger than the cache, so that the kernels that stream large outputs
+// run their streaming paths on these small images too.
 class CopyMember : public testing::TestWithParam<MemberCase> {};
-TEST_P(CopyMember, MatchesReferenceAtEveryLevelAndRefusesBadArguments) { GetParam().run(); }
+TEST_P(CopyMember, MatchesReferenceAtEveryLevelAndRefusesBadArguments) {
+  for (int64_t cache : {0, 1}) {
+    pxl::test::SetStreamingCacheBytes(cache);
+    GetParam().run();
+  }
+  pxl::test::SetStreamingCacheBytes(-1);
+}
 INSTANTIATE_TEST_SUITE_P(Grid, CopyMember, testing::ValuesIn(kCopyCases), CaseName);
 
 TEST(Copy, EachImageMovesByItsOwnPixelSize) {
