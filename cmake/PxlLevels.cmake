@@ -5,7 +5,8 @@
 # PXL_LEVEL set, so that its code lands in the namespace pxl::l<level>.  A
 # level the unit does not list reuses the nearest lower level it does list.
 # The resulting level map of every unit is written to pxl_units.h, from which
-# core/dispatch.cpp builds each kernel's table.
+# core/dispatch.cpp builds each kernel's table; the levels the unit lists are
+# written beside it, for the tests that check the map and the tables.
 
 set(PXL_LEVEL_FLAGS_0 -msse2 -msse3)
 set(PXL_LEVEL_FLAGS_1 ${PXL_LEVEL_FLAGS_0} -mssse3 -msse4.1)
@@ -47,8 +48,9 @@ function(pxl_kernel_unit src)
     list(APPEND map ${current})
   endforeach()
   string(REPLACE ";" "," map "${map}")
+  string(REPLACE ";" " " listed "${U_LEVELS}")
   set_property(GLOBAL APPEND_STRING PROPERTY PXL_UNIT_DEFINES
-               "#define PXL_UNIT_${unit} (${map})\n")
+               "#define PXL_UNIT_${unit} (${map})\n#define PXL_UNIT_LISTED_${unit} \"${listed}\"\n")
 
   foreach(level ${U_LEVELS})
     set(out ${PXL_GEN_DIR}/${unit}.l${level}.cpp)

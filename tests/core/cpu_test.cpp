@@ -142,6 +142,14 @@ TEST(Detection, ExtendedLeafAndModelTest) {
   EXPECT_EQ(0u, pxl::DetectFeatures(model));
 }
 
+TEST(Detection, ExtendedLeafIsReadFromItsFirstNumberUp) {
+  // The largest extended leaf exactly 0x80000001 is enough to read it.
+  FakeCpu exact(7, 0x80000001u);
+  exact.at(0x80000001u).ecx = 1u << 8;
+  EXPECT_EQ(PXL_CPU_PREFETCHW, pxl::DetectFeatures(exact));
+  EXPECT_EQ(1, exact.asked(0x80000001u));
+}
+
 // ---- selection -----------------------------------------------------------------
 
 constexpr uint64_t kBase = 0x7;      // MMX SSE SSE2
@@ -192,6 +200,18 @@ TEST(Selection, TheConditionDecidesAndMissingRequiredBitsOnlyReport) {
   // Without MOVBE the higher levels are reached with no complaint.
   EXPECT_EQ(pxlStsNoErr, pxl::SelectLevel(kToSse42 | kAvxOs).status);
   EXPECT_EQ(0u, pxl::SelectLevel(kToSse42 | kAvxOs).enabledMask & PXL_CPU_MOVBE);
+}
+
+TEST(Selection, LevelFiveNeedsAllFiveOfItsFeatures) {
+  // Without any one of F, CD, BW, DQ and VL the AVX2 row decides: level 4.
+  const uint64_t below = kToSse42 | kAvxOs | PXL_CPU_AVX2 | PXL_CPU_AVX512_OS;
+  EXPECT_EQ(5, pxl::SelectLevel(below | kAvx512).level);
+  for (uint64_t missing :
+       {PXL_CPU_AVX512F, PXL_CPU_AVX512CD, PXL_CPU_AVX512BW, PXL_CPU_AVX512DQ, PXL_CPU_AVX512VL}) {
+    const pxl::LevelChoice c = pxl::SelectLevel(below | (kAvx512 & ~missing));
+    EXPECT_EQ(4, c.level) << std::hex << missing;
+    EXPECT_EQ(pxlStsNoErr, c.status) << std::hex << missing;
+  }
 }
 
 TEST(Selection, FeaturesWithoutOsStateAreDropped) {

@@ -10,6 +10,7 @@
 #include "core/region.h"
 #include "core/status.h"
 #include "pxl/pxl.h"
+#include "pxl_units.h"
 
 namespace {
 
@@ -63,6 +64,100 @@ TEST(Status, TextsAreUniqueAndNamedForTheirCodes) {
     EXPECT_EQ(unknown, pxlStatusText(code)) << code;
 }
 
+TEST(Status, EveryCodeHasItsNumberAndItsOwnText) {
+  struct Known {
+    PxlStatus number;
+    PxlStatus constant;
+    const char* text;
+  };
+  const Known known[] = {
+      {0, pxlStsNoErr, "pxlStsNoErr: No errors"},
+      {1, pxlStsNoOperation, "pxlStsNoOperation: No operation has been executed"},
+      {2, pxlStsDivByZero, "pxlStsDivByZero: Zero value(s) for the divisor in the Div function"},
+      {3, pxlStsSqrtNegArg,
+       "pxlStsSqrtNegArg: Negative value(s) for the argument in the Sqrt function"},
+      {7, pxlStsLnZeroArg, "pxlStsLnZeroArg: Zero value(s) for the argument in the Ln function"},
+      {8, pxlStsLnNegArg, "pxlStsLnNegArg: Negative value(s) for the argument in the Ln function"},
+      {20, pxlStsNonIntelCpu, "pxlStsNonIntelCpu: The target CPU is not Genuine Intel"},
+      {29, pxlStsWrongIntersectROI,
+       "pxlStsWrongIntersectROI: ROI has no intersection with the source or destination ROI. No "
+       "operation"},
+      {30, pxlStsWrongIntersectQuad,
+       "pxlStsWrongIntersectQuad: Quadrangle has no intersection with the source or destination "
+       "ROI. No operation"},
+      {36, pxlStsNotSupportedCpu, "pxlStsNotSupportedCpu: The CPU is not supported"},
+      {46, pxlStsNoAntialiasing, "pxlStsNoAntialiasing: The mode does not support antialiasing"},
+      {48, pxlStsSizeWrn, "pxlStsSizeWrn: The size does not allow to perform full operation"},
+      {49, pxlStsFeatureNotSupported,
+       "pxlStsFeatureNotSupported: Current CPU doesn't support at least 1 of the desired features"},
+      {51, pxlStsFeaturesCombination, "pxlStsFeaturesCombination: Wrong combination of features"},
+      {-4, pxlStsNoMemErr, "pxlStsNoMemErr: Not enough memory for the operation"},
+      {-5, pxlStsBadArgErr, "pxlStsBadArgErr: Incorrect arg/param of the function"},
+      {-6, pxlStsSizeErr, "pxlStsSizeErr: Incorrect value for data size"},
+      {-7, pxlStsRangeErr,
+       "pxlStsRangeErr: Incorrect values for bounds: the lower bound is greater than the upper "
+       "bound"},
+      {-8, pxlStsNullPtrErr, "pxlStsNullPtrErr: Null pointer error"},
+      {-10, pxlStsDivByZeroErr, "pxlStsDivByZeroErr: An attempt to divide by zero"},
+      {-11, pxlStsOutOfRangeErr,
+       "pxlStsOutOfRangeErr: Argument is out of range, or point is outside the image"},
+      {-12, pxlStsScaleRangeErr, "pxlStsScaleRangeErr: Scale bounds are out of range"},
+      {-13, pxlStsContextMatchErr,
+       "pxlStsContextMatchErr: Context parameter does not match the operation"},
+      {-14, pxlStsNotSupportedModeErr,
+       "pxlStsNotSupportedModeErr: The requested mode is currently not supported"},
+      {-16, pxlStsStepErr, "pxlStsStepErr: Step value is not valid"},
+      {-19, pxlStsThresholdErr, "pxlStsThresholdErr: Invalid threshold bounds"},
+      {-22, pxlStsMirrorFlipErr, "pxlStsMirrorFlipErr: Invalid flip mode"},
+      {-23, pxlStsInterpolationErr, "pxlStsInterpolationErr: Invalid interpolation mode"},
+      {-33, pxlStsMaskSizeErr, "pxlStsMaskSizeErr: Invalid mask size"},
+      {-36, pxlStsEpsValErr, "pxlStsEpsValErr: Negative epsilon value"},
+      {-47, pxlStsChannelErr, "pxlStsChannelErr: Illegal channel number"},
+      {-49, pxlStsGammaRangeErr,
+       "pxlStsGammaRangeErr: Gamma range bounds is less than, or equal to zero"},
+      {-50, pxlStsAlphaTypeErr, "pxlStsAlphaTypeErr: Illegal type of image compositing operation"},
+      {-52, pxlStsCOIErr, "pxlStsCOIErr: COI is out of range"},
+      {-53, pxlStsNumChannelsErr,
+       "pxlStsNumChannelsErr: Number of channels is incorrect, or not supported"},
+      {-54, pxlStsDitherLevelsErr,
+       "pxlStsDitherLevelsErr: Number of dithering levels is out of range"},
+      {-55, pxlStsNoiseValErr,
+       "pxlStsNoiseValErr: Incorrect value for noise amplitude for dithering"},
+      {-56, pxlStsCoeffErr, "pxlStsCoeffErr: Incorrect values for transformation coefficients"},
+      {-57, pxlStsRectErr,
+       "pxlStsRectErr: Size of the rectangle region is less than, or equal to 1"},
+      {-58, pxlStsQuadErr,
+       "pxlStsQuadErr: The quadrangle is nonconvex or degenerates into triangle, line, or point"},
+      {-59, pxlStsDataTypeErr, "pxlStsDataTypeErr: Data type is incorrect or not supported"},
+      {-60, pxlStsChannelOrderErr,
+       "pxlStsChannelOrderErr: Incorrect order of the destination channels"},
+      {-106, pxlStsLUTNofLevelsErr,
+       "pxlStsLUTNofLevelsErr: Number of levels for LUT is less than 2"},
+      {-107, pxlStsHistoNofLevelsErr,
+       "pxlStsHistoNofLevelsErr: Number of levels for histogram is less than 2"},
+      {-108, pxlStsNotEvenStepErr, "pxlStsNotEvenStepErr: Step value is not pixel multiple"},
+      {-210, pxlStsQualityIndexErr,
+       "pxlStsQualityIndexErr: Cannot calculate the quality index for an image filled with a "
+       "constant"},
+      {-213, pxlStsRoundModeNotSupportedErr,
+       "pxlStsRoundModeNotSupportedErr: Rounding mode is not supported"},
+      {-216, pxlStsUnknownStatusCodeErr, "pxlStsUnknownStatusCodeErr: Unknown status code"},
+      {-224, pxlStsDitherTypeErr, "pxlStsDitherTypeErr: Dithering type is not supported"},
+      {-225, pxlStsBorderErr, "pxlStsBorderErr: Illegal value for border type"},
+      {-231, pxlStsWarpDirectionErr,
+       "pxlStsWarpDirectionErr: The warp transform direction is illegal"},
+      {-232, pxlStsExceededSizeErr,
+       "pxlStsExceededSizeErr: Requested size exceeded the maximum supported ROI size"},
+      {-9998, pxlStsInplaceModeNotSupportedErr,
+       "pxlStsInplaceModeNotSupportedErr: The inplace operation is currently not supported"},
+  };
+  EXPECT_EQ(53u, sizeof known / sizeof known[0]);
+  for (const Known& k : known) {
+    EXPECT_EQ(k.number, k.constant) << k.text;
+    EXPECT_STREQ(k.text, pxlStatusText(k.number));
+  }
+}
+
 TEST(Dispatch, EveryKernelHasAVersionAtEachLevelAtOrBelowIt) {
   ASSERT_GT(pxl::g_kernelCount, 0);
   std::set<std::string> names;
@@ -89,6 +184,79 @@ TEST(Dispatch, ForcedIndexReachesTheStubsAndMinusOneRestartsLazily) {
   EXPECT_EQ(top, pxl::JumpIndex());
   Free(p);
   pxl::test::ForceLevel(saved);
+}
+
+// Every table entry against its unit's level map, expanded here on its own
+// rather than through the macros that build the tables: entry L + 1 of a
+// kernel's table must be the version compiled for level map[L], and map[L]
+// must be the highest level at or below L that the unit lists.  A table with
+// two levels exchanged would run code the processor may lack and pass every
+// other test on a processor that has both.
+#define PXL_TEST_UNPACK(...) __VA_ARGS__
+#define PXL_TEST_VERSIONS(n, map) PXL_TEST_VERSIONS_(n, PXL_TEST_UNPACK map)
+#define PXL_TEST_VERSIONS_(n, ...) PXL_TEST_VERSIONS6(n, __VA_ARGS__)
+#define PXL_TEST_VERSIONS6(n, a, b, c, d, e, f)                                        \
+  &::pxl::l##a::n, &::pxl::l##b::n, &::pxl::l##c::n, &::pxl::l##d::n, &::pxl::l##e::n, \
+      &::pxl::l##f::n
+
+// Outside the macro below, whose parameter `name` would replace the member.
+const char* KernelName(const pxl::KernelInfo& info) { return info.name; }
+
+int HighestListedAtOrBelow(const char* listed, int level) {
+  int best = -1;
+  for (const char* c = listed; *c; ++c)
+    if (*c >= '0' && *c <= '5' && *c - '0' <= level && *c - '0' > best) best = *c - '0';
+  return best;
+}
+
+TEST(Dispatch, EveryTableEntryIsTheVersionItsLevelMapNames) {
+  int checked = 0;
+#define PXL_KERNEL(unit, ret, name, params, args)                                                  \
+  {                                                                                                \
+    const ::pxl::k::name##_fn want[6] = {PXL_TEST_VERSIONS(name, PXL_UNIT_##unit)};                \
+    const ::pxl::KernelInfo& info = pxl::g_kernelInfo[checked++];                                  \
+    EXPECT_STREQ(#name, KernelName(info));                                                         \
+    for (int level = 0; level < 6; ++level) {                                                      \
+      EXPECT_EQ(HighestListedAtOrBelow(PXL_UNIT_LISTED_##unit, level), info.versionAtLevel[level]) \
+          << #name << " at level " << level;                                                       \
+      EXPECT_TRUE(want[level] == ::pxl::k::name##_table[level + 1])                                \
+          << #name << ": entry of level " << level << " is not the version of level "              \
+          << info.versionAtLevel[level];                                                           \
+      EXPECT_FALSE(::pxl::k::name##_table[0] == ::pxl::k::name##_table[level + 1]) << #name;       \
+    }                                                                                              \
+  }
+#include "core/registry.def"
+#undef PXL_KERNEL
+  EXPECT_EQ(pxl::g_kernelCount, checked);
+}
+
+// An x whose product with the channel count wraps in 32 bits moves every
+// image by the wrapped product: 0x55555556 * 3 and 0x40000001 * 4 both wrap
+// to a few elements, so a one-pixel region there touches the start of the
+// buffers.
+TEST(Region, WrappedColumnProductReachesTheExports) {
+  alignas(16) Pxl8u src[16], dst[16];
+  for (int i = 0; i < 16; ++i) src[i] = static_cast<Pxl8u>(i + 1);
+  std::memset(dst, 0, sizeof dst);
+  ASSERT_EQ(pxlStsNoErr, Copy_8u_C3R(src, 16, dst, 16, PxliRect{0x55555556, 0, 1, 1}));
+  const Pxl8u want3[16] = {0, 0, 3, 4, 5};
+  EXPECT_EQ(0, std::memcmp(want3, dst, 16));
+
+  std::memset(dst, 0, sizeof dst);
+  ASSERT_EQ(pxlStsNoErr, Copy_8u_C4R(src, 16, dst, 16, PxliRect{0x40000001, 0, 1, 1}));
+  const Pxl8u want4[16] = {0, 0, 0, 0, 5, 6, 7, 8};
+  EXPECT_EQ(0, std::memcmp(want4, dst, 16));
+
+  alignas(16) Pxl32f f[8] = {};
+  const Pxl32f value[4] = {1, 2, 3, 4};
+  ASSERT_EQ(pxlStsNoErr, Set_32f_C4R(value, f, 32, PxliRect{0x40000001, 0, 1, 1}));
+  for (int i = 0; i < 8; ++i) EXPECT_EQ(i < 4 ? 0.0f : float(i - 3), f[i]) << i;
+
+  // The same offsets from the one place that applies regions.
+  EXPECT_EQ(f + 4, pxl::RegionStart(f, 32, PxliRect{0x40000001, 0, 1, 1}, 4));
+  EXPECT_EQ(f + 2, pxl::RegionStart(f, 32, PxliRect{0x55555556, 0, 1, 1}, 3));
+  EXPECT_EQ(reinterpret_cast<uintptr_t>(f) - 4,
+            reinterpret_cast<uintptr_t>(pxl::RegionStart(f, 32, PxliRect{0x55555555, 0, 1, 1}, 3)));
 }
 
 }  // namespace

@@ -121,6 +121,13 @@ TEST(ImageMemory, RefusalsAndWhatTheyLeaveInTheStep) {
 TEST(ImageMemory, BufferAllocatorLimits) {
   EXPECT_EQ(nullptr, pxlBufferAlloc(0));
   EXPECT_EQ(nullptr, pxlBufferAlloc(-64));
+  // The largest request whose 72 extra bytes still fit a signed 32-bit size
+  // is granted (the heap reserves it without touching it); one more is not.
+  void* largest = pxlBufferAlloc(0x7FFFFFFF - 72);
+  ASSERT_NE(nullptr, largest);
+  static_cast<volatile char*>(largest)[0x7FFFFFFF - 73] = 1;
+  pxlBufferFree(largest);
+  EXPECT_EQ(nullptr, pxlBufferAlloc(0x7FFFFFFF - 71));
   EXPECT_EQ(nullptr, pxlBufferAlloc(0x7FFFFFB8));
   EXPECT_EQ(nullptr, pxlBufferAlloc(0x7FFFFFFF));
   void* p = pxlBufferAlloc(1);

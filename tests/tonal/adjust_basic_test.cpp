@@ -400,4 +400,41 @@ TEST(BasicAdjustments, UniformExposureDecidesOnceForAllRows) {
   for (int y = 0; y < 4; ++y) EXPECT_TRUE(SameBits(want[0], img.get(0, y, 0))) << "row " << y;
 }
 
+TEST(BasicAdjustments, UniformExposureSendsNaNToZeroOnBothCurves) {
+  // Clamp01 takes the maximum with 0 first, and the maximum of NaN and 0 is
+  // 0: a NaN lane comes out as 0 on the aligned curve, and a NaN colour
+  // makes the luminance NaN, so the luma curve zeroes the whole pixel.
+  const float nan = std::numeric_limits<float>::quiet_NaN();
+  pxltest::ForEachLevel([&](int level) {
+    alignas(16) float buf[16] = {nan, 0.5f, -nan, 1.0f, 0, 0.5f, nan, 0.25f, 1.0f};
+    AdjustExposureLin_32f_C4IR(buf, 16, kOne, 0.5f);
+    EXPECT_EQ(0.0f, buf[0]) << "level " << level;
+    EXPECT_EQ(0.0f, buf[2]) << "level " << level;
+    EXPECT_LT(0.5f, buf[1]) << "level " << level;
+    AdjustExposureLin_32f_C4IR(buf + 5, 16, kOne, 0.5f);
+    for (int c = 0; c < 4; ++c) EXPECT_TRUE(SameBits(0.0f, buf[5 + c])) << "level " << level;
+  });
+}
+
+TEST(BasicAdjustments, UniformExposureShoulderIsRoundedOnceFromDouble) {
+  // Between -5 and -1 the shoulder k is d * 0.15 + 1 in double, rounded once;
+  // the same sum in single precision differs in the last bit for many values,
+  // which the pixels show.
+  int shown = 0;
+  for (int i = 0; i <= 19997; ++i) {
+    // A step of no short binary form, so that d carries a full mantissa.
+    const float v = -5.0f + 4.0f * static_cast<float>(i) / 19997.0f;
+    alignas(16) float p[4] = {0.37f, 0.61f, 0.93f, 0.05f};
+    float want[4];
+    RefExposureAligned(p, v, want);
+    AdjustExposureLin_32f_C4IR(p, 16, kOne, v);
+    for (int c = 0; c < 4; ++c)
+      ASSERT_TRUE(SameBits(want[c], p[c])) << "value " << v << " lane " << c;
+    const float t = v * 0.25f + 1.25f;
+    const float d = 1.0f - (t >= 0.0f ? (t < 1.0f ? t : 1.0f) : 0.0f);
+    shown += static_cast<float>(static_cast<double>(d) * 0.15 + 1.0) != d * 0.15f + 1.0f;
+  }
+  EXPECT_LT(100, shown) << "the sweep no longer tells the two precisions apart";
+}
+
 }  // namespace
