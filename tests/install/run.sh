@@ -5,13 +5,17 @@
 # FetchContent).  The subproject builds compile the library at the baseline
 # level only, and nothing else of pxl.
 #
-#   run.sh <pxl build dir> <pxl source dir> <work dir> <C compiler> <generator>
+# When the build has the Python package, the installed package is imported
+# too, and must use the installed library.
+#
+#   run.sh <pxl build dir> <pxl source dir> <work dir> <C compiler> <generator> [<python>]
 set -euo pipefail
 build=$1
 src=$2
 work=$3
 cc=$4
 generator=$5
+python=${6:-}
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 
 rm -rf "$work"
@@ -75,4 +79,15 @@ for way in subdirectory fetchcontent; do
   cmake --build "$work/$way" --target pxl_host -j 2 > "$work/$way.build.log" 2>&1 || { cat "$work/$way.build.log"; fail "building $way"; }
   run_host "$work/$way/pxl_host"
 done
+if [ -n "$python" ] && "$python" -c 'import numpy, cffi' 2>/dev/null; then
+  echo "== Python package"
+  package_dir=$(dirname "$(find "$prefix" -path '*/pxl/_binding.py')")
+  [ -n "$package_dir" ] || fail "the Python package is not installed"
+  out=$(cd / && env -u PXL_LIBRARY PYTHONPATH="$(dirname "$package_dir")" "$python" -c '
+import numpy as np, pxl, pxl._binding as b, sys
+planes = pxl.Copy_8u_C3P3R(np.arange(24, dtype=np.uint8).reshape(2, 4, 3))
+print(b._library_path(), planes[2, 1, 3])') || fail "importing the installed package: $out"
+  [ "$out" = "$(cd "$libdir" && pwd -P)/libpxl.so.$major 23" ] || fail "the installed package: $out"
+  echo "   $out"
+fi
 echo "all ways work"
