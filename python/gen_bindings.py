@@ -51,11 +51,11 @@ BASE_TYPES = {
 }
 
 
-def preprocess(cc, include_dir, header, extra):
+def preprocess(cc, include_dir, header):
     with tempfile.TemporaryDirectory() as stubs:
         for name in STD_HEADERS:
             open(os.path.join(stubs, name), "w").close()
-        base = [cc, "-E", "-nostdinc", "-I", stubs, "-I", include_dir, "-DPXL_API=", "-U__cplusplus"]
+        base = [cc, "-E", "-nostdinc", "-I", stubs, "-I", include_dir, "-DPXL_API="]
         text = subprocess.run(base + ["-P", header], check=True, capture_output=True, text=True).stdout
         macros = subprocess.run(base + ["-dM", header], check=True, capture_output=True,
                                 text=True).stdout
@@ -175,7 +175,7 @@ def main():
     args = parser.parse_args()
 
     header = os.path.join(args.include, args.header)
-    text, macros = preprocess(args.cc, args.include, header, [])
+    text, macros = preprocess(args.cc, args.include, header)
     ast = c_parser.CParser().parse(STD_TYPEDEFS + text, filename=header)
     types = Types(ast)
 

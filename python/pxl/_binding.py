@@ -457,15 +457,14 @@ class Call:
     def finish(self, result):
         """Turns the raw result of run() into what the Python call returns."""
         export = self.export
+        out = self.results()
         if export.ret == "PxlStatus":
             check(export.name, result)
-            result = None
-        elif export.ret == "void":
-            result = None
-        elif isinstance(result, ffi.CData) and export.ret.endswith("*") and result == ffi.NULL:
-            result = None
-        out = self.results()
-        if result is not None:
+        elif export.ret != "void":
+            # Something else than a status (a count, a pointer: null is None)
+            # comes first.
+            if isinstance(result, ffi.CData) and export.ret.endswith("*") and result == ffi.NULL:
+                result = None
             out.insert(0, result)
         if not out:
             return None

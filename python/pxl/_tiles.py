@@ -51,8 +51,8 @@ def tiled(export, *args, tile=(512, 512), threads=None, **kw):
             statuses = list(pool.map(call.run, parts))
     if ex.ret != "PxlStatus":
         # Not a status: each tile's value, in row order, before the outputs.
-        out = call.finish(None)
-        return (statuses,) + (out if isinstance(out, tuple) else () if out is None else (out,))
+        out = call.results()
+        return tuple([statuses] + out) if out else statuses
     failed = [s for s in statuses if s < 0]
     if failed:
         raise Error(ex.name, failed[0])

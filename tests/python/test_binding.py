@@ -117,6 +117,12 @@ class TestImages:
         assert caught[0].message.code == pxl.pxlStsNoOperation
         assert caught[0].message.name == "pxlStsNoOperation"
         assert issubclass(pxl.Warning, UserWarning)
+        # An export that returns something else than a status returns it,
+        # before the values it writes.
+        memory, step = pxl.Malloc(10, 2, pxl.PXL_FMT_8U_C3)
+        assert memory is not None and step == 64
+        assert pxl.Free(memory) is None
+        assert pxl.Malloc(0, 2, pxl.PXL_FMT_8U_C3) == (None, 0)
 
     def test_every_declared_export_is_callable(self):
         names = pxl.names()
@@ -180,3 +186,38 @@ class TestRefusals:
             warnings.simplefilter("error", pxl.Warning)
             with pytest.raises(pxl.Warning):
                 pxl.SetNumThreads(4)
+
+
+def test_a_declaration_added_to_the_header_reaches_python(tmp_path):
+    import os
+    import runpy
+    import shutil
+    import subprocess
+    import sys
+    here = os.path.dirname(os.path.abspath(__file__))
+    root = os.path.dirname(os.path.dirname(here))
+    include = tmp_path / "include"
+    shutil.copytree(os.path.join(root, "include"), include)
+    with open(include / "pxl" / "pxl_tonal.h") as f:
+        text = f.read()
+    end = text.rindex("#ifdef __cplusplus")
+    text = text[:end] + ("PXL_API PxlStatus Later_16s8u_C3P3R(const Pxl16s* pSrc, int srcStep,\n"
+                         "    Pxl8u* const pDst[3], int dstStep, PxliRect roi,\n"
+                         "    const Pxl32f gains[3], PxliSize* pUsed);\n\n") + text[end:]
+    (include / "pxl" / "pxl_tonal.h").write_text(text)
+    out = tmp_path / "_api.py"
+    subprocess.run([sys.executable, os.path.join(root, "python", "gen_bindings.py"), "--cc", "cc",
+                    "--include", str(include), "--out", str(out)], check=True)
+    api = runpy.run_path(str(out))
+    declared = {name: (ret, params) for name, ret, params in api["FUNCTIONS"]}
+    assert declared["Later_16s8u_C3P3R"] == ("PxlStatus", [
+        ("pSrc", "pointer", "Pxl16s", "int16", 0, True),
+        ("srcStep", "scalar", "int", "int32", 0, False),
+        ("pDst", "pointer_array", "Pxl8u", "uint8", 3, False),
+        ("dstStep", "scalar", "int", "int32", 0, False),
+        ("roi", "struct", "PxliRect", None, 0, False),
+        ("gains", "array", "Pxl32f", "float32", 3, True),
+        ("pUsed", "pointer", "PxliSize", None, 0, False)])
+    assert len(declared) == len(pxl.names()) + 1
+    assert api["STATUS"][-8] == ("pxlStsNullPtrErr", "A null pointer.")
+    assert pxl.parse_name("Later_16s8u_C3P3R") == (("16s", "8u"), ("C3", "P3"), False)
