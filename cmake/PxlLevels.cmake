@@ -19,7 +19,7 @@ set(PXL_LEVEL_FLAGS_4 ${PXL_LEVEL_FLAGS_3} -mavx2 -mfma -mbmi -mbmi2)
 set(PXL_LEVEL_FLAGS_5 ${PXL_LEVEL_FLAGS_4} -mavx512f -mavx512cd -mavx512bw -mavx512dq -mavx512vl
     -Wno-maybe-uninitialized)
 
-set(PXL_GEN_DIR ${CMAKE_BINARY_DIR}/gen)
+set(PXL_GEN_DIR ${PROJECT_BINARY_DIR}/gen)
 set_property(GLOBAL PROPERTY PXL_UNIT_SOURCES "")
 set_property(GLOBAL PROPERTY PXL_UNIT_DEFINES "")
 
@@ -55,7 +55,7 @@ function(pxl_kernel_unit src)
   foreach(level ${U_LEVELS})
     set(out ${PXL_GEN_DIR}/${unit}.l${level}.cpp)
     file(CONFIGURE OUTPUT ${out}
-         CONTENT "#define PXL_LEVEL ${level}\n#include \"${CMAKE_SOURCE_DIR}/${src}\"\n")
+         CONTENT "#define PXL_LEVEL ${level}\n#include \"${PROJECT_SOURCE_DIR}/${src}\"\n")
     set_source_files_properties(${out} PROPERTIES COMPILE_OPTIONS "${PXL_LEVEL_FLAGS_${level}}")
     set_property(GLOBAL APPEND PROPERTY PXL_UNIT_SOURCES ${out})
   endforeach()

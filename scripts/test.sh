@@ -13,10 +13,10 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 "$root/scripts/setup.sh"
 
 dir=build
-args=(-DCMAKE_BUILD_TYPE=Release)
+args=(-DCMAKE_BUILD_TYPE=Release -DPXL_BUILD_STATIC=ON)
 if [ "${1:-}" = "--sanitize" ]; then
   dir=build-asan
-  args=(-DCMAKE_BUILD_TYPE=RelWithDebInfo -DPXL_SANITIZE=ON -DPXL_BUILD_BENCH=OFF
+  args=(-DCMAKE_BUILD_TYPE=RelWithDebInfo -DPXL_SANITIZE=ON -DPXL_BUILD_STATIC=ON -DPXL_BUILD_BENCH=OFF
         -DPXL_BUILD_EXAMPLES=ON -DPXL_BROWSER_TEST=OFF)
 fi
 
