@@ -61,6 +61,11 @@ const std::map<std::string, std::string> kParamDocs = {
     {"value", "The value: one for a single channel, one a channel written for several."},
     {"dstOrder", "For each destination channel, the source channel it takes."},
     {"order", "For each destination channel, the source channel it takes."},
+    {"srcRoiSize", "Width and height of the source, in pixels."},
+    {"dstRoiSize", "Width and height of the destination, in pixels, border included."},
+    {"topBorderHeight", "Rows of border above the source."},
+    {"leftBorderWidth", "Columns of border left of the source."},
+    {"flip", "The axes reversed: #pxlFlipTopBottom, #pxlFlipLeftRight or #pxlFlipBoth."},
 };
 
 constexpr size_t kWidth = 100;
@@ -111,7 +116,8 @@ std::string Canonical(const std::string& text) {
 // The parameters of a parenthesised list, and the name each declares.
 std::vector<std::string> Params(const std::string& list) {
   std::vector<std::string> parts;
-  const std::string inner = Canonical(list).substr(1, list.size() - 2);
+  const std::string canonical = Canonical(list);
+  const std::string inner = canonical.substr(1, canonical.size() - 2);
   for (size_t start = 0;;) {
     const size_t comma = inner.find(", ", start);
     parts.push_back(inner.substr(start, comma - start));
@@ -166,6 +172,9 @@ void Group(std::ostringstream& out, const Row& doc, const std::vector<const Row*
   Wrap(out, doc.b, " * ");
   out << " *\n";
   for (const std::string& n : names) {
+    // A group whose text describes a parameter itself ("@param name ...")
+    // keeps that description.
+    if (std::string(doc.b).find("@param " + n + " ") != std::string::npos) continue;
     const auto it = kParamDocs.find(n);
     if (it == kParamDocs.end())
       throw Failure{"parameter " + n + " of " + members[0]->a +
