@@ -61,6 +61,14 @@ const std::map<std::string, std::string> kParamDocs = {
     {"value", "The value: one for a single channel, one a channel written for several."},
     {"dstOrder", "For each destination channel, the source channel it takes."},
     {"order", "For each destination channel, the source channel it takes."},
+    {"pTable",
+     "The curve: levels float entries (levels + 1 with the extra entry), nominally 0 to 1, "
+     "at even steps of the input from 0 to 1."},
+    {"levels", "Table positions, at least 2."},
+    {"hasExtraEntry",
+     "Whether the table holds an entry past the last position; without it an input of 1.0 is "
+     "kept below the last entry."},
+    {"warmTable", "Whether to read the table once before the rows, to bring it into the cache."},
     {"srcRoiSize", "Width and height of the source, in pixels."},
     {"dstRoiSize", "Width and height of the destination, in pixels, border included."},
     {"topBorderHeight", "Rows of border above the source."},

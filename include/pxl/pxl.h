@@ -8,6 +8,7 @@
 #ifndef PXL_H
 #define PXL_H
 
+#include "pxl_colour.h"
 #include "pxl_core.h"
 #include "pxl_primitives.h"
 #include "pxl_tonal.h"

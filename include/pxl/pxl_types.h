@@ -70,6 +70,9 @@
 #define PXL_TYPES_H
 
 #include <stdint.h>
+#ifndef __cplusplus
+#include <stdbool.h>
+#endif
 
 /** @cond PXL_INTERNAL */
 #if defined(PXL_BUILDING_LIBRARY)
