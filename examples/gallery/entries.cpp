@@ -112,6 +112,33 @@ const std::vector<Entry>& Entries() {
          GALLERY_CALL(j, AdjustBrightness_32f_AC4IR, out.f32(), out.step(), out.whole(),
                       vignette.f32(), vignette.step());
        }},
+      // ---- transfer curves ---------------------------------------------------
+      {"Transfer curves", "sRGB to linear", "the picture's values read as sRGB, alpha kept",
+       "Linear light shown as if it were sRGB: midtones and shadows much darker (0.5 becomes "
+       "about 0.21), black and white unchanged.",
+       [](Job& j) {
+         Image& out = j.Output();
+         GALLERY_CALL(j, SRGBToRGB_32f_AC4IR, out.f32(), out.step(), out.whole());
+       }},
+      {"Transfer curves", "sRGB to linear and back", "SRGBToRGB, then RGBToSRGB, alpha kept",
+       "Indistinguishable from the input: both directions are tables of 256 steps, so the round "
+       "trip is off by at most a few thousandths, most in the deepest shadows.",
+       [](Job& j) {
+         Image& out = j.Output();
+         GALLERY_CALL(j, SRGBToRGB_32f_AC4IR, out.f32(), out.step(), out.whole());
+         GALLERY_CALL(j, RGBToSRGB_32f_AC4IR, out.f32(), out.step(), out.whole());
+       }},
+      {"Transfer curves", "Rational tone curve in linear light",
+       "linearise; the tone curve (A -2517.09, B 529.711, C 0.69, D 2586.37, E 921.068); "
+       "re-encode; alpha kept",
+       "A filmic shoulder: white comes down to about 0.87 in linear light (0.94 encoded), "
+       "midtones barely move, highlights roll off instead of clipping.",
+       [](Job& j) {
+         Image& out = j.Output();
+         GALLERY_CALL(j, SRGBToRGB_32f_AC4IR, out.f32(), out.step(), out.whole());
+         GALLERY_CALL(j, Uncharted2Tonemap_32f_AC4IR, out.f32(), out.step(), out.whole());
+         GALLERY_CALL(j, RGBToSRGB_32f_AC4IR, out.f32(), out.step(), out.whole());
+       }},
   };
   return kEntries;
 }
