@@ -69,6 +69,10 @@ const std::map<std::string, std::string> kParamDocs = {
      "Whether the table holds an entry past the last position; without it an input of 1.0 is "
      "kept below the last entry."},
     {"warmTable", "Whether to read the table once before the rows, to bring it into the cache."},
+    {"rndMode",
+     "Rounding: #pxlRndZero toward zero, #pxlRndNear to nearest with ties to even, "
+     "#pxlRndFinancial to nearest with ties away from zero."},
+    {"scaleFactor", "The result is the source times 2^-scaleFactor, rounded."},
     {"srcRoiSize", "Width and height of the source, in pixels."},
     {"dstRoiSize", "Width and height of the destination, in pixels, border included."},
     {"topBorderHeight", "Rows of border above the source."},
