@@ -145,9 +145,69 @@ PXL_INLINE D RoundSat(F y) {
   }
 }
 
+#if PXL_LEVEL >= 4
+// 32f to an 8- or 16-bit type, nearest even: sixteen elements at a time.
+// NaN becomes 0 before the clamp, which leaves 0 alone (for unsigned types
+// the maximum with 0 does both: it gives its second operand for a NaN), and
+// the conversion instruction rounds to nearest even as the scalar path does.
+template <typename D, bool Scaled>
+PXL_INLINE int NearestVectors(const float* s, D* d, int n, float scale) {
+  constexpr bool unsignedD = Lim<D>::lo == 0;
+  const __m256 vs = _mm256_set1_ps(scale);
+  const __m256 lo = _mm256_set1_ps(static_cast<float>(Lim<D>::lo));
+  const __m256 hi = _mm256_set1_ps(static_cast<float>(Lim<D>::hi));
+  const auto in = [&](const float* p) {
+    __m256 v = _mm256_loadu_ps(p);
+    if (Scaled) v = _mm256_mul_ps(v, vs);
+    if (!unsignedD) v = _mm256_and_ps(v, _mm256_cmp_ps(v, v, _CMP_ORD_Q));
+    return _mm256_cvtps_epi32(_mm256_min_ps(_mm256_max_ps(v, lo), hi));
+  };
+  int i = 0;
+#if PXL_LEVEL >= 5
+  // Sixteen floats a register, narrowed by the saturating moves.
+  const __m512 vs5 = _mm512_set1_ps(scale);
+  const __m512 lo5 = _mm512_set1_ps(static_cast<float>(Lim<D>::lo));
+  const __m512 hi5 = _mm512_set1_ps(static_cast<float>(Lim<D>::hi));
+  for (; i + 16 <= n; i += 16) {
+    __m512 v = _mm512_loadu_ps(s + i);
+    if (Scaled) v = _mm512_mul_ps(v, vs5);
+    if (!unsignedD) v = _mm512_maskz_mov_ps(_mm512_cmp_ps_mask(v, v, _CMP_ORD_Q), v);
+    const __m512i r = _mm512_cvtps_epi32(_mm512_min_ps(_mm512_max_ps(v, lo5), hi5));
+    if constexpr (sizeof(D) == 2)
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(d + i),
+                          unsignedD ? _mm512_cvtusepi32_epi16(r) : _mm512_cvtsepi32_epi16(r));
+    else
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(d + i),
+                       unsignedD ? _mm512_cvtusepi32_epi8(r) : _mm512_cvtsepi32_epi8(r));
+  }
+  return i;
+#endif
+  for (; i + 16 <= n; i += 16) {
+    const __m256i a = in(s + i), b = in(s + i + 8);
+    // Values are in range already, so the saturating packs only narrow.
+    __m256i w = Same<D, uint16_t>::value ? _mm256_packus_epi32(a, b) : _mm256_packs_epi32(a, b);
+    w = _mm256_permute4x64_epi64(w, 0xD8);
+    if constexpr (sizeof(D) == 2) {
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(d + i), w);
+    } else {
+      const __m128i l = _mm256_castsi256_si128(w), h = _mm256_extracti128_si256(w, 1);
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(d + i),
+                       Same<D, uint8_t>::value ? _mm_packus_epi16(l, h) : _mm_packs_epi16(l, h));
+    }
+  }
+  return i;
+}
+#endif
+
 template <typename S, typename D, int Mode, typename F>
 PXL_NOINLINE void ScaledElems(const S* __restrict s, D* __restrict d, int n, F scale) {
-  for (int i = 0; i < n; ++i) d[i] = RoundSat<F, D, Mode>(static_cast<F>(s[i]) * scale);
+  int i = 0;
+#if PXL_LEVEL >= 4
+  if constexpr (Same<S, float>::value && Same<F, float>::value && Mode == kNear)
+    i = scale == 1.0f ? NearestVectors<D, false>(s, d, n, scale)
+                      : NearestVectors<D, true>(s, d, n, scale);
+#endif
+  for (; i < n; ++i) d[i] = RoundSat<F, D, Mode>(static_cast<F>(s[i]) * scale);
 }
 
 // ---- 32s to smaller integers by a power of two ------------------------------------
