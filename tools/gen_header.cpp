@@ -73,6 +73,10 @@ const std::map<std::string, std::string> kParamDocs = {
      "Rounding: #pxlRndZero toward zero, #pxlRndNear to nearest with ties to even, "
      "#pxlRndFinancial to nearest with ties away from zero."},
     {"scaleFactor", "The result is the source times 2^-scaleFactor, rounded."},
+    {"vMin", "The float that the integer type's smallest value stands for."},
+    {"vMax", "The float that the integer type's largest value stands for; above vMin."},
+    {"mVal", "The factor each element is multiplied by."},
+    {"aVal", "The constant added after the multiplication."},
     {"srcRoiSize", "Width and height of the source, in pixels."},
     {"dstRoiSize", "Width and height of the destination, in pixels, border included."},
     {"topBorderHeight", "Rows of border above the source."},
