@@ -195,12 +195,30 @@ TEST(Dispatch, ForcedIndexReachesTheStubsAndMinusOneRestartsLazily) {
 #define PXL_TEST_UNPACK(...) __VA_ARGS__
 #define PXL_TEST_VERSIONS(n, map) PXL_TEST_VERSIONS_(n, PXL_TEST_UNPACK map)
 #define PXL_TEST_VERSIONS_(n, ...) PXL_TEST_VERSIONS6(n, __VA_ARGS__)
-#define PXL_TEST_VERSIONS6(n, a, b, c, d, e, f)                                        \
-  &::pxl::l##a::n, &::pxl::l##b::n, &::pxl::l##c::n, &::pxl::l##d::n, &::pxl::l##e::n, \
-      &::pxl::l##f::n
+#define PXL_TEST_VERSIONS6(n, a, b, c, d, e, f)                           \
+  PXL_TEST_ADDRESS(::pxl::l##a::n), PXL_TEST_ADDRESS(::pxl::l##b::n),     \
+      PXL_TEST_ADDRESS(::pxl::l##c::n), PXL_TEST_ADDRESS(::pxl::l##d::n), \
+      PXL_TEST_ADDRESS(::pxl::l##e::n), PXL_TEST_ADDRESS(::pxl::l##f::n)
+#define PXL_TEST_ADDRESS(f) reinterpret_cast<const void*>(&f)
 
-// Outside the macro below, whose parameter `name` would replace the member.
-const char* KernelName(const pxl::KernelInfo& info) { return info.name; }
+// One row a kernel, as data: a loop checks them, so that the test stays one
+// small function however many kernels there are.
+struct TableRow {
+  const char* name;
+  const void* table;    // the kernel's seven entries
+  const void* want[6];  // the version the level map names at each level
+  const char* listed;   // the levels the unit lists
+};
+
+const TableRow kTableRows[] = {
+#define PXL_KERNEL(unit, ret, name, params, args)         \
+  {#name,                                                 \
+   reinterpret_cast<const void*>(::pxl::k::name##_table), \
+   {PXL_TEST_VERSIONS(name, PXL_UNIT_##unit)},            \
+   PXL_UNIT_LISTED_##unit},
+#include "core/registry.def"
+#undef PXL_KERNEL
+};
 
 int HighestListedAtOrBelow(const char* listed, int level) {
   int best = -1;
@@ -210,24 +228,22 @@ int HighestListedAtOrBelow(const char* listed, int level) {
 }
 
 TEST(Dispatch, EveryTableEntryIsTheVersionItsLevelMapNames) {
-  int checked = 0;
-#define PXL_KERNEL(unit, ret, name, params, args)                                                  \
-  {                                                                                                \
-    const ::pxl::k::name##_fn want[6] = {PXL_TEST_VERSIONS(name, PXL_UNIT_##unit)};                \
-    const ::pxl::KernelInfo& info = pxl::g_kernelInfo[checked++];                                  \
-    EXPECT_STREQ(#name, KernelName(info));                                                         \
-    for (int level = 0; level < 6; ++level) {                                                      \
-      EXPECT_EQ(HighestListedAtOrBelow(PXL_UNIT_LISTED_##unit, level), info.versionAtLevel[level]) \
-          << #name << " at level " << level;                                                       \
-      EXPECT_TRUE(want[level] == ::pxl::k::name##_table[level + 1])                                \
-          << #name << ": entry of level " << level << " is not the version of level "              \
-          << info.versionAtLevel[level];                                                           \
-      EXPECT_FALSE(::pxl::k::name##_table[0] == ::pxl::k::name##_table[level + 1]) << #name;       \
-    }                                                                                              \
+  const int rows = static_cast<int>(sizeof kTableRows / sizeof kTableRows[0]);
+  ASSERT_EQ(pxl::g_kernelCount, rows);
+  for (int i = 0; i < rows; ++i) {
+    const TableRow& r = kTableRows[i];
+    const pxl::KernelInfo& info = pxl::g_kernelInfo[i];
+    ASSERT_STREQ(r.name, info.name);
+    void* const* entries = static_cast<void* const*>(const_cast<void*>(r.table));
+    for (int level = 0; level < 6; ++level) {
+      EXPECT_EQ(HighestListedAtOrBelow(r.listed, level), info.versionAtLevel[level])
+          << r.name << " at level " << level;
+      EXPECT_EQ(r.want[level], entries[level + 1])
+          << r.name << ": entry of level " << level << " is not the version of level "
+          << info.versionAtLevel[level];
+      EXPECT_NE(entries[0], entries[level + 1]) << r.name;
+    }
   }
-#include "core/registry.def"
-#undef PXL_KERNEL
-  EXPECT_EQ(pxl::g_kernelCount, checked);
 }
 
 // An x whose product with the channel count wraps in 32 bits moves every
